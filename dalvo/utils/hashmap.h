@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+#include "dalvo/utils/hash.h"
+#include "dalvo/utils/hashtable.h"
+#include "dalvo/utils/primes.h"
+
+namespace dalvo::hsh {
+
+/// The key of a pair: its `first`.
+struct GetKey_pair {
+    template <class Pair> const typename Pair::first_type &operator()(const Pair &pair) const noexcept
+    {
+        return pair.first;
+    }
+};
+
+/// A chained hash map whose values never move: a reference to one is good until the map ends.
+///
+/// `Key` and `Value` are copyable, `Value` can be value-initialised. Neither copied nor moved itself.
+///
+/// Example:
+///     hsh::HashMap<std::string, std::vector<int>> map;
+///     std::vector<int> &row = map["a"];       // created empty
+///     map["b"].push_back(1);                  // row is still good
+template <class Key, class Value, class Hash = hash<Key>, class Equal = std::equal_to<Key>> class HashMap {
+public:
+    using Element = std::pair<Key, Value>;
+    using Table = Hashtable<Element, GetKey_pair, Key, Hash, Equal>;
+
+    /// An empty map of 31 buckets. Its nodes come in chunks: the first of `chunk_nodes` (at least 1), each further one
+    /// `chunk_growth` (at least 1) times as large, up to `max_chunk_nodes`; 0 means no bound.
+    /// Throws std::bad_alloc when memory runs out.
+    explicit HashMap(std::uint64_t chunk_nodes = 16, float chunk_growth = 2.0F, std::uint64_t max_chunk_nodes = 8192)
+        : table_(chunk_nodes, chunk_growth, max_chunk_nodes)
+    {
+    }
+
+    HashMap(const HashMap &) = delete;
+    HashMap &operator=(const HashMap &) = delete;
+
+    /// The value stored under `key` (copied; any, equal keys are one), inserted value-initialised if there is none.
+    /// What copying a key or a value throws passes through, as does std::bad_alloc; the map then holds what it held.
+    Value &operator[](const Key &key)
+    {
+        const Element candidate(key, Value());
+        return table_.find_or_insert(candidate).second;
+    }
+
+    /// The table underneath, to be read.
+    const Table &table() const noexcept { return table_; }
+
+private:
+    Table table_;
+};
+
+} // namespace dalvo::hsh

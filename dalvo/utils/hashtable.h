@@ -1,0 +1,142 @@
+#pragma once
+
+#include <cstdint>
+#include <new>
+#include <vector>
+
+#include "dalvo/utils/nodepool.h"
+#include "dalvo/utils/primes.h"
+
+namespace dalvo::hsh {
+
+/// Elements with a key inside them, in separate chains; the ground that HashMap stands on.
+///
+/// `GetKey` returns an element's key, `Hash` a key's 64-bit value, `Equal` whether two keys are one; all stateless, and
+/// none of them throws.
+///
+/// Invariants, which hold before and after each operation, a throwing one included:
+///  1. an element lies in the chain of bucket `hash(key) % buckets().size()`, and no chain holds a key twice;
+///  2. `count()` is the number of elements in all chains;
+///  3. in a chain, an element inserted later stands before an earlier one, until the table grows: growth reads the
+///     chains from head to tail and pushes each node onto the head of its new chain;
+///  4. an element never moves: its address is good until the table ends.
+///
+/// The chains can be walked from outside, and not changed:
+///     for (const auto *node = table.buckets()[i]; node != nullptr; node = node->next()) use(node->value());
+template <class Element, class GetKey, class Key, class Hash, class Equal> class Hashtable {
+public:
+    /// A node: one element of a chain.
+    class Bucket {
+    public:
+        /// The next node of the same chain; null at its end.
+        const Bucket *next() const noexcept { return next_; }
+
+        const Element &value() const noexcept { return value_; }
+
+    private:
+        friend class Hashtable;
+        friend class NodePool<Bucket>;
+
+        Bucket() noexcept {}
+        ~Bucket() {}
+
+        Bucket *next_;
+        union {
+            Element value_; // lives while the node is in a chain
+        };
+    };
+
+    /// An empty table. Throws std::bad_alloc when memory runs out.
+    Hashtable(std::uint64_t chunk_nodes, float chunk_growth, std::uint64_t max_chunk_nodes)
+        : pool(chunk_nodes, chunk_growth, max_chunk_nodes), buckets_(primes[0], nullptr)
+    {
+    }
+
+    Hashtable(const Hashtable &) = delete;
+    Hashtable &operator=(const Hashtable &) = delete;
+
+    ~Hashtable()
+    {
+        for (Bucket *head : buckets_) {
+            while (head != nullptr) {
+                Bucket *const node = head;
+                head = node->next_;
+                node->value_.~Element();
+                pool.give_back(node);
+            }
+        }
+    }
+
+    /// The element with the key of `candidate`; a copy of `candidate` is inserted when there is none. Every call first
+    /// grows the table when it is more than 0.7 full. What the copy constructor of Element throws passes through, as
+    /// does std::bad_alloc; `count()` and what the chains hold is then what it was.
+    Element &find_or_insert(const Element &candidate)
+    {
+        if (is_crowded()) {
+            grow();
+        }
+        const Key &key = get_key(candidate);
+        Bucket *&head = buckets_[bucket_of(key)];
+        for (Bucket *node = head; node != nullptr; node = node->next_) {
+            if (equal(get_key(node->value_), key)) {
+                return node->value_;
+            }
+        }
+        Bucket *const node = new_node(candidate);
+        node->next_ = head;
+        head = node;
+        ++count_;
+        return node->value_;
+    }
+
+    /// The heads of the chains, null where a chain is empty.
+    const std::vector<Bucket *> &buckets() const noexcept { return buckets_; }
+
+    /// The number of elements.
+    std::uint64_t count() const noexcept { return count_; }
+
+private:
+    bool is_crowded() const noexcept
+    {
+        const float load = static_cast<float>(count_) / static_cast<float>(buckets_.size());
+        return static_cast<double>(load) > 0.7;
+    }
+
+    std::uint64_t bucket_of(const Key &key) const { return hash(key) % buckets_.size(); }
+
+    void grow()
+    {
+        std::vector<Bucket *> old(next_bucket_count(buckets_.size()), nullptr);
+        old.swap(buckets_);
+        for (Bucket *head : old) {
+            while (head != nullptr) {
+                Bucket *const node = head;
+                head = node->next_;
+                Bucket *&new_head = buckets_[bucket_of(get_key(node->value_))];
+                node->next_ = new_head;
+                new_head = node;
+            }
+        }
+    }
+
+    Bucket *new_node(const Element &candidate)
+    {
+        Bucket *const node = pool.take();
+        try {
+            ::new (static_cast<void *>(&node->value_)) Element(candidate);
+        } catch (...) {
+            pool.give_back(node);
+            throw;
+        }
+        return node;
+    }
+
+    NodePool<Bucket> pool; // ends last: the nodes of all chains lie in it
+    GetKey get_key;
+    Hash hash;
+    Equal equal;
+    std::vector<Bucket *> buckets_;
+    std::uint64_t count_ = 0;
+};
+
+} // namespace dalvo::hsh

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+/// Trimming and splitting of byte strings.
+///
+/// Example:
+///     const std::string line = "name = a = b";
+///     const auto tokens = str::get_tokenizer(line, "=", 1);
+///     for (auto at = tokens->begin(); at != tokens->end(); ++at)
+///         use(str::strip(*at, isspace));                          // "name", then "a = b"
+namespace dalvo::str {
+
+/// `s` (any bytes, may be empty) without the characters at its end, then at its start, for which `predicate` is not 0.
+/// Each byte reaches the predicate as a signed 8-bit value widened to int: 0x80 to 0xFF arrive as -128 to -1.
+std::string strip(const std::string &s, int (*predicate)(int));
+
+class TokenizerBase;
+
+/// Where a tokenizer stands: the tokenizer and the byte offset of a token in its text; the offset npos is the end.
+/// Borrows the tokenizer. `++` moves the tokenizer itself, so all positions of one tokenizer share its current token.
+struct TokenPosition {
+    static constexpr std::uint64_t npos = ~std::uint64_t{0};
+
+    TokenizerBase *tokenizer;
+    std::uint64_t offset;
+
+    /// The current token of the tokenizer; good until the next `++`.
+    const std::string &operator*() const;
+
+    /// Produces the next token; at the last one becomes equal to `end()`.
+    TokenPosition &operator++();
+
+    friend bool operator==(const TokenPosition &a, const TokenPosition &b)
+    {
+        return a.tokenizer == b.tokenizer && a.offset == b.offset;
+    }
+    friend bool operator!=(const TokenPosition &a, const TokenPosition &b) { return !(a == b); }
+};
+
+/// Yields the tokens of a text one after the other: `begin()` once, then `next_pos()` until it returns npos.
+class TokenizerBase {
+public:
+    virtual ~TokenizerBase();
+
+    /// Produces the first token of a fresh tokenizer (the next one of a used one) and returns (this, 0).
+    virtual TokenPosition begin() = 0;
+
+    /// Returns (this, npos).
+    virtual TokenPosition end() = 0;
+
+    /// Produces the next token and returns the byte offset at which it starts; npos, and the current token stays,
+    /// when none is left.
+    virtual std::uint64_t next_pos() = 0;
+
+    /// The token produced last; empty before `begin()`. Owned by the tokenizer, good until its next step.
+    virtual const std::string &cur_token() = 0;
+
+protected:
+    TokenizerBase() = default;
+    TokenizerBase(const TokenizerBase &) = default;
+    TokenizerBase &operator=(const TokenizerBase &) = default;
+};
+
+/// The tokenizers themselves, by their kind of delimiter.
+struct Tokenizer {
+    /// Holds for each character that occurs in `delims`.
+    struct IsDelim {
+        std::string delims;
+
+        bool operator()(char c) const { return delims.find(c) != std::string::npos; }
+    };
+
+    /// Cuts `s` at each character for which `predicate` holds, at most `limit` times when that is not 0; what follows
+    /// the last cut is one token, delimiters included.
+    ///
+    /// Consecutive delimiters have an empty token between them, a trailing one has an empty token behind it, and the
+    /// empty text is one empty token. `s` is borrowed: it outlives the tokenizer and does not change meanwhile.
+    template <class Predicate> class TokenizerImpl : public TokenizerBase {
+    public:
+        TokenizerImpl(const std::string &s, Predicate predicate, std::uint64_t limit);
+
+        TokenPosition begin() override;
+        TokenPosition end() override;
+        std::uint64_t next_pos() override;
+        const std::string &cur_token() override;
+
+    private:
+        /// Offset of the first delimiter at or after `from`; npos when there is none or the splits are used up.
+        std::uint64_t next_delim(std::uint64_t from) const;
+
+        const std::string *text;
+        Predicate is_delim;
+        std::uint64_t max_splits;
+        std::uint64_t splits = 0;
+        std::string token;
+        std::uint64_t pos = 0;
+    };
+};
+
+/// A tokenizer over `s` (any bytes; borrowed, see TokenizerImpl) that splits at the characters of `delims` (copied;
+/// ends at its NUL, may be empty: then nothing splits), at most `max_splits` times; 0 means no limit.
+/// The caller owns it. Throws std::bad_alloc when memory runs out.
+std::unique_ptr<TokenizerBase> get_tokenizer(const std::string &s, const char *delims, std::uint64_t max_splits);
+
+} // namespace dalvo::str
