@@ -1,0 +1,120 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <variant>
+
+#include "dalvo/utils/exception.h"
+
+namespace dalvo {
+
+/// The kind of value that an option takes. Code 2 is not used.
+enum OptionType : int {
+    OPT_BOOL = 0,  ///< boolean
+    OPT_INT = 1,   ///< 32-bit signed integer
+    OPT_FLOAT = 3, ///< 32-bit float
+    OPT_STR = 4,   ///< byte string
+};
+
+/// Which texts a parser takes for a boolean. Letters count in any case.
+enum OptionBoolStyle : int {
+    BOOL_STYLE_BARE = 0,  ///< as BOOL_STYLE_WORDS, and the empty text, a bare option, means true
+    BOOL_STYLE_PLAIN = 1, ///< "true" and "false" alone
+    BOOL_STYLE_WORDS = 2, ///< "true", "yes", "on", "1" and "false", "no", "off", "0"
+};
+
+/// A store of typed options: each is registered once by name, given its value as text, and read back typed.
+///
+/// Example:
+///     OptionParser options(BOOL_STYLE_WORDS);
+///     options.set_cur_help_group("Search options:");
+///     options.add_option("restarts", OPT_INT, "Number of restarts.");
+///     options.parse_option("restarts", "12", 0);
+///     std::int32_t restarts = 0;
+///     options.get_int_option("restarts", &restarts);     // true, restarts is 12
+///
+/// Names and texts are byte strings; they may hold any byte, NUL included, and are compared byte for byte.
+class OptionParser {
+public:
+    /// A failure that concerns an option.
+    class error : public Exception {
+    public:
+        /// The message reads `msg`, ": ", `option_name`, ", value: ", `value_text` and, unless `command` is empty,
+        /// ", command-line: ", `command`. Throws std::bad_alloc when memory runs out.
+        error(const std::string &msg, const std::string &option_name, const std::string &value_text,
+              const std::string &command);
+
+        std::string option;       ///< name of the option, or the piece of text at fault
+        std::string value;        ///< the rejected value as text; may be empty
+        std::string command_line; ///< the command line that gave it; empty when none did
+    };
+
+    /// The current value of an option; std::monostate while it has none.
+    using Value = std::variant<std::monostate, bool, std::int32_t, float, std::string>;
+
+    /// A registered option.
+    struct Option {
+        std::string name;
+        OptionType type;
+        std::string help;
+        std::string group; ///< the help group that was current when the option was registered
+        Value value;
+        std::int32_t level = 0; ///< where the value came from, as the caller of `parse_option` counts; 0 without value
+
+        bool has_value() const noexcept { return !std::holds_alternative<std::monostate>(value); }
+    };
+
+    /// An empty store. Throws std::bad_alloc when memory runs out.
+    explicit OptionParser(OptionBoolStyle bool_style);
+
+    OptionParser(const OptionParser &) = delete;
+    OptionParser &operator=(const OptionParser &) = delete;
+    ~OptionParser();
+
+    /// Makes `group` (may be empty) the help group of the options registered from now on.
+    void set_cur_help_group(const std::string &group);
+    const std::string &cur_help_group() const noexcept { return help_group; }
+
+    /// Registers option `name` (may be empty) in the current help group, without a value.
+    /// Throws `error`: "option registered twice " + name when the name is taken, and the first stands;
+    /// "unknown type of option " + name when `type` is none of the enumerators, with the code as the value's text.
+    /// Throws std::bad_alloc when memory runs out. After a throw the store is what it was.
+    void add_option(const std::string &name, OptionType type, const std::string &help);
+
+    /// Gives option `name` the value that `value` says in its type's syntax (see valuetext.h), and keeps `level` (any)
+    /// with it. The later of two calls wins, whatever their levels.
+    /// Throws `error`: "unknown option " + name, followed by " (did you mean NEARBY?)" when a registered name is
+    /// nearby; "invalid value for option " + name when the text is not of the type. Both carry the name and the text.
+    /// Throws std::bad_alloc when memory runs out. After a throw the earlier value and level stand.
+    void parse_option(const std::string &name, const std::string &value, std::int32_t level);
+
+    /// Each returns true and writes the value of option `name` to `*out` (not null) when the option is registered,
+    /// has the getter's type and has a value; otherwise returns false and leaves `*out` alone. None throws, but
+    /// `get_str_option` throws std::bad_alloc when memory runs out, and then leaves `*out` alone too.
+    bool get_bool_option(const std::string &name, bool *out) const;
+    bool get_int_option(const std::string &name, std::int32_t *out) const;
+    bool get_float_option(const std::string &name, float *out) const;
+    bool get_str_option(const std::string &name, std::string *out) const;
+
+    /// The registered options in the order of their registration. Their addresses are good until the parser ends.
+    const std::deque<Option> &options() const noexcept { return registered; }
+
+    /// The option `name`; null when there is none.
+    const Option *find_option(const std::string &name) const;
+
+    /// Lists the options by group, groups and options in the order of their registration: name, type and help,
+    /// wrapped to 80 columns with its own line breaks kept.
+    void print_help(std::ostream &out) const;
+
+private:
+    OptionBoolStyle style;
+    std::string help_group;
+    std::deque<Option> registered;                          // addresses must stay: by_name points here
+    std::unordered_map<std::string_view, Option *> by_name; // keys are views of Option::name
+};
+
+} // namespace dalvo

@@ -1,0 +1,131 @@
+#include "dalvo/options/nearby.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using dalvo::nearby_options;
+using dalvo::OptionParser;
+using Names = std::vector<std::string>;
+
+std::deque<OptionParser::Option> options_named(const Names &names)
+{
+    std::deque<OptionParser::Option> options;
+    for (const std::string &name : names) {
+        options.push_back({name, dalvo::OPT_INT, "", "", {}, 0});
+    }
+    return options;
+}
+
+Names nearby(const Names &registered, const std::string &name, std::size_t most = 100)
+{
+    return nearby_options(options_named(registered), name, most);
+}
+
+TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_most_three)
+{
+    const struct {
+        const char *name, *registered;
+        bool is_near;
+        const char *why;
+    } rows[] = {
+        {"a", "a", true, "the name itself"},
+        {"a", "b", false, "no edit at one byte"},
+        {"ab", "ac", false, "no edit at two bytes"},
+        {"ab", "abc", false, "the name's own length counts, not the registered one's"},
+        {"abc", "abd", true, "one edit at three bytes: replaced"},
+        {"abc", "ab", true, "one edit at three bytes: left out"},
+        {"abc", "abcd", true, "one edit at three bytes: put in"},
+        {"abc", "axd", false, "two edits at three bytes"},
+        {"abc", "acb", false, "two bytes exchanged are two edits"},
+        {"abcde", "abcdX", true, "one edit at five bytes"},
+        {"abcde", "abcXX", false, "two edits at five bytes"},
+        {"abcde", "abcdefg", false, "two edits at five bytes, though the registered name has seven"},
+        {"abcdef", "abcdXX", true, "two edits at six bytes"},
+        {"abcdef", "acbdef", true, "an exchange at six bytes"},
+        {"abcdef", "abcXXX", false, "three edits at six bytes"},
+        {"abcdefgh", "abcdefXX", true, "two edits at eight bytes"},
+        {"abcdefgh", "abcdeXXX", false, "three edits at eight bytes"},
+        {"abcdefgh", "abcdefghijk", false, "three edits at eight bytes, though the registered name has eleven"},
+        {"abcdefghi", "abcdefXXX", true, "three edits at nine bytes"},
+        {"abcdefghi", "abcdef", true, "three left out at nine bytes"},
+        {"abcdefghi", "XabcdXefghXi", true, "three put in at nine bytes"},
+        {"abcdefghi", "abcdeXXXX", false, "four edits at nine bytes"},
+        {"abcdefghi", "abcde", false, "four left out at nine bytes"},
+        {"abcdefghijkl", "abcdefghiXXX", true, "three edits at twelve bytes"},
+        {"abcdefghijkl", "abcdefghXXXX", false, "four edits at twelve bytes: three are the most"},
+        {"abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvXXXX", false, "four edits at twenty-six bytes"},
+        {"VERBOSITY", "verbosity", false, "case counts"},
+        {"Verbosity", "verbosity", true, "a letter of the other case is one edit"},
+        {"", "a", false, "an empty name is a slip for nothing"},
+        {"a", "", false, "nor is a byte a slip for an empty name"},
+        {"abc", "", false, "three bytes away"},
+        {"", "", true, "an empty name that is registered"},
+        {"ab\x80", "ab\xff", true, "bytes above 0x7F"},
+        {"ab\x80", "a\xfe\xff", false, "two bytes above 0x7F"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(nearby({row.registered}, row.name), row.is_near ? Names{row.registered} : Names{});
+    }
+}
+
+TEST(nearby_options, come_nearest_first_and_equally_near_ones_in_their_order)
+{
+    const Names registered = {"abcdefXXX", "abcdefghX", "far away", "abcdefghi", "abcdefgXX", "Xbcdefghi", "abcdefgYY"};
+    EXPECT_EQ(nearby(registered, "abcdefghi"),
+              (Names{"abcdefghi", "abcdefghX", "Xbcdefghi", "abcdefgXX", "abcdefgYY", "abcdefXXX"}));
+    EXPECT_EQ(nearby({"abd", "abe", "abf"}, "abc"), (Names{"abd", "abe", "abf"}));
+    EXPECT_EQ(nearby({"abf", "abe", "abd"}, "abc"), (Names{"abf", "abe", "abd"}));
+}
+
+TEST(nearby_options, keep_their_order_among_many_equally_near_ones)
+{
+    Names registered;
+    for (char c = 'z'; c >= 'a'; --c) {
+        registered.push_back(std::string("verbosit") + c);
+    }
+    const Names found = nearby(registered, "verbosit_");
+    EXPECT_EQ(found, registered);
+}
+
+TEST(nearby_options, are_cut_to_the_nearest_when_there_are_more_than_wanted)
+{
+    const Names registered = {"abcdXX", "abcdeX", "abcdef", "abcdeY"};
+    const Names all = {"abcdef", "abcdeX", "abcdeY", "abcdXX"};
+    for (std::size_t most = 0; most <= all.size(); ++most) {
+        EXPECT_EQ(nearby(registered, "abcdef", most),
+                  Names(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(most)));
+    }
+    EXPECT_EQ(nearby(registered, "abcdef", all.size() + 1), all);
+    EXPECT_EQ(nearby(registered, "abcdef", static_cast<std::size_t>(-1)), all);
+}
+
+TEST(nearby_options, are_none_where_nothing_is_registered_or_near)
+{
+    EXPECT_EQ(nearby({}, "verbosity"), Names{});
+    EXPECT_EQ(nearby({}, ""), Names{});
+    EXPECT_EQ(nearby({"random_seed", "proof"}, "verbosity"), Names{});
+}
+
+TEST(nearby_options, go_on_behind_a_nul)
+{
+    const std::string name("ab\0cd\0", 6);
+    const std::string near_one("ab\0cd\0e", 7);
+    const std::string far_one("ab\0xyz", 6);
+    EXPECT_EQ(nearby({far_one, near_one}, name), Names{near_one});
+}
+
+TEST(nearby_options, of_a_megabyte_are_found_by_their_slips_alone)
+{
+    const std::string name(1U << 20U, 'x');
+    const std::string near_one = "y" + name.substr(2) + "z"; // replaced at both ends
+    const std::string far_one(1U << 20U, 'y');
+    EXPECT_EQ(nearby({far_one, near_one, name + "abc", name + "abcd"}, name), (Names{near_one, name + "abc"}));
+}
+
+} // namespace
