@@ -1,0 +1,128 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "dalvo/configuration/configuration.h"
+#include "dalvo/options/optionparser.h"
+#include "dalvo/utils/hash.h"
+#include "dalvo/utils/hashmap.h"
+
+namespace dalvo {
+
+/// Turns option assignments into the record that the solver reads.
+///
+/// A host registers the catalogue once, feeds assignments in any order, and fills records as often as it likes:
+///
+///     ConfigurationSetter setter;
+///     setter.initialize_options();
+///     setter.load_default();                             // the built-in text
+///     setter.load(file, 2);                              // a configuration text with sections
+///     setter.set_active_config("fast");
+///
+///     Configuration settings;
+///     setter.update_config(&settings);                   // throws OptionParser::error for what cannot be
+///     setter.dump(&settings, std::cout, "fast");         // the settings as a text that `load` reads
+///
+/// A filling first replays the assignments of the unnamed section, then those of the active one, so that a section's
+/// value wins over a direct `set_option`, and the active section's over the unnamed one's. Values are looked at when
+/// they are replayed and applied, never while a text is read. Nothing is rolled back: what was filed or stored before
+/// a failure stays.
+///
+/// Names, values and texts are byte strings, compared byte for byte; they may hold any byte where nothing else is
+/// said. One thread at a time uses a setter; distinct setters share nothing.
+class ConfigurationSetter {
+public:
+    /// One assignment read from a configuration text.
+    struct OptEntry {
+        std::string name;   ///< option name as written, stripped; may be empty
+        std::string value;  ///< value text, stripped, unparsed; may be empty
+        std::int32_t level; ///< the level given to `load` for the whole text
+    };
+
+    /// Receives the settings that `dump` writes, one call each, by the type in which the option is printed. `name` is
+    /// the option's; the stream is the one given to `dump`.
+    class ConfigEntryPrinter {
+    public:
+        virtual ~ConfigEntryPrinter();
+
+        virtual void operator()(std::ostream &out, const std::string &name, bool value) const = 0;
+        virtual void operator()(std::ostream &out, const std::string &name, int value) const = 0;
+        virtual void operator()(std::ostream &out, const std::string &name, unsigned int value) const = 0;
+        virtual void operator()(std::ostream &out, const std::string &name, double value) const = 0;
+        virtual void operator()(std::ostream &out, const std::string &name, const std::string &value) const = 0;
+    };
+
+    /// Section name to the section's assignments in the order in which they were read; "" is the unnamed section,
+    /// which always applies.
+    using SectionTable =
+        hsh::HashMap<std::string, std::vector<OptEntry>, hsh::hash<std::string>, std::equal_to<std::string>>;
+
+    /// No option registered, no section, no active section. Throws std::bad_alloc when memory runs out.
+    ConfigurationSetter();
+
+    ConfigurationSetter(const ConfigurationSetter &) = delete;
+    ConfigurationSetter &operator=(const ConfigurationSetter &) = delete;
+    virtual ~ConfigurationSetter();
+
+    /// Registers the catalogue: 127 options in six help groups. To be called once, before any other operation.
+    void initialize_options();
+
+    /// Hands one assignment to the option parser. `level` (any) is kept with the value and decides nothing.
+    /// Throws OptionParser::error as `OptionParser::parse_option` does; the option's earlier value then stands.
+    void set_option(const std::string &name, const std::string &value, std::int32_t level);
+
+    /// Makes `name` the active section, "" for none. The section need not exist, now or later.
+    void set_active_config(const std::string &name);
+
+    /// Reads a configuration text to the stream's end and files its assignments into their sections, after what these
+    /// hold already; `level` (any) goes with each of them. docs/format.md describes the text.
+    /// Throws OptionParser::error "bad format of configuration file", with the stripped line as its `option`, at the
+    /// first malformed line; std::bad_alloc when memory runs out. What the lines before it filed stays then.
+    /// A stream that fails ends the text, even where its own exception mask would have it throw.
+    void load(std::istream &in, std::int32_t level);
+
+    /// Reads the built-in default text with level 3. Throws what `load` throws.
+    void load_default();
+
+    /// Replays the unnamed section and then the active one, if there is one of that name, into the parser.
+    /// Throws what `set_option` throws at the first entry that fails; the entries before it stay applied.
+    void parse_active_config();
+
+    /// Replays as `parse_active_config` does, then reads each option that has a value and stores it into its field of
+    /// `*cfg` (not null, owned by the caller); other fields stay, but for those that an option forces: `interpolation`,
+    /// `unsat_core_generation` and `theory.arr.enable_nonlinear_strat` write more than their own field.
+    /// Throws what the replay throws, then with `*cfg` untouched; OptionParser::error "invalid value for option " +
+    /// name at the first value out of its range, with the options before it stored and its own field left alone (but
+    /// for `unsat_core_generation`, which is stored first).
+    void update_config(Configuration *cfg);
+
+    /// Hands the 127 settings in `*cfg` (not null, only read) to `printer`, in a fixed order, then flushes `out`.
+    /// What the printer throws passes through.
+    void dump(const Configuration *cfg, std::ostream &out, const ConfigEntryPrinter &printer) const;
+
+    /// Writes the settings in `*cfg` (not null, only read) as a configuration text: the header "[section]", unless
+    /// `section` is empty, then 127 lines "name = value". `section` is written as it is. Numbers follow the stream's
+    /// flags, precision and locale; its boolalpha flag is set, and stays so. Failures are left in the stream's state.
+    void dump(const Configuration *cfg, std::ostream &out, const std::string &section) const;
+
+    /// The parser underneath. Through it a host registers options of its own, among them the names that
+    /// `update_config` reads and the catalogue leaves out, and reads what is registered and set.
+    OptionParser &options() noexcept { return parser; }
+    const OptionParser &options() const noexcept { return parser; }
+
+    /// What the texts read so far have filed, to be read.
+    const SectionTable &sections() const noexcept { return configs; }
+
+private:
+    void replay(const std::vector<OptEntry> &entries);
+
+    OptionParser parser;
+    SectionTable configs;
+    std::string active_config;
+};
+
+} // namespace dalvo

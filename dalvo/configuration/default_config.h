@@ -1,0 +1,5 @@
+#pragma once
+
+/// The built-in default configuration text: NUL-terminated pieces that are joined with nothing between them, then a
+/// null pointer. Defined by dalvo::defaults, or by the host.
+extern "C" const char *dalvo_default_config[];

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+
+/// The values that options accept, as values that check and print themselves.
+///
+/// They are one-sided on purpose: a code's upper end is checked, a negative one is the solver's business.
+///
+/// Example:
+///     at_most(3).accepts(-1)      // true
+///     at_most(3).text()           // "at most 3"
+namespace dalvo {
+
+/// The integers from `lowest` to `highest`, both included, without `hole`.
+struct IntRange {
+    std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+    std::int32_t highest = std::numeric_limits<std::int32_t>::max();
+    std::optional<std::int32_t> hole = std::nullopt;
+
+    bool accepts(std::int32_t value) const noexcept { return value >= lowest && value <= highest && value != hole; }
+
+    /// "any", "at most N", "at least N", "M to N" or "any but N". Throws std::bad_alloc when memory runs out.
+    std::string text() const;
+};
+
+/// The floats that do not compare greater than `highest`: NaN is one of them.
+struct FloatRange {
+    float highest = std::numeric_limits<float>::infinity();
+
+    bool accepts(float value) const noexcept { return !(value > highest); }
+
+    /// "any" or "at most N". Throws std::bad_alloc when memory runs out.
+    std::string text() const;
+};
+
+constexpr IntRange at_most(std::int32_t highest) noexcept
+{
+    return {std::numeric_limits<std::int32_t>::min(), highest, std::nullopt};
+}
+
+constexpr IntRange at_least(std::int32_t lowest) noexcept
+{
+    return {lowest, std::numeric_limits<std::int32_t>::max(), std::nullopt};
+}
+
+constexpr IntRange between(std::int32_t lowest, std::int32_t highest) noexcept
+{
+    return {lowest, highest, std::nullopt};
+}
+
+constexpr IntRange any_but(std::int32_t hole) noexcept
+{
+    return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max(), hole};
+}
+
+constexpr FloatRange at_most(float highest) noexcept
+{
+    return {highest};
+}
+
+} // namespace dalvo

@@ -1,0 +1,238 @@
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <ios>
+#include <istream>
+#include <locale>
+#include <new>
+#include <sstream>
+#include <stdexcept>
+#include <streambuf>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "dalvo/configuration/configurationsetter.h"
+#include "tests/configuration/caught.h"
+#include "tests/support/sections.h"
+
+namespace {
+
+using dalvo::ConfigurationSetter;
+using dalvo::testing::Caught;
+using dalvo::testing::caught_from;
+using dalvo::testing::Sections;
+using dalvo::testing::sections_of;
+
+constexpr std::ios_base::iostate bits[] = {std::ios_base::badbit, std::ios_base::failbit, std::ios_base::eofbit};
+
+/// The `code`-th of the eight combinations of the three bits.
+std::ios_base::iostate combination(int code)
+{
+    std::ios_base::iostate state = std::ios_base::goodbit;
+    for (int i = 0; i < 3; ++i) {
+        if ((code >> i & 1) != 0) {
+            state |= bits[i];
+        }
+    }
+    return state;
+}
+
+/// Gives out a text in pieces, and does at its end what `at_end` says.
+class PiecewiseBuffer : public std::streambuf {
+public:
+    PiecewiseBuffer(std::string whole, std::size_t piece_size, std::function<void()> action)
+        : text(std::move(whole)), size(piece_size), at_end(std::move(action))
+    {
+    }
+
+protected:
+    int_type underflow() override
+    {
+        if (used == text.size()) {
+            at_end();
+            return traits_type::eof();
+        }
+        const std::size_t count = std::min(size, text.size() - used);
+        setg(&text[used], &text[used], &text[used] + count);
+        used += count;
+        return traits_type::to_int_type(*gptr());
+    }
+
+private:
+    std::string text;
+    std::size_t size;
+    std::function<void()> at_end;
+    std::size_t used = 0;
+};
+
+TEST(reader_stream, reads_to_the_end_under_every_exception_mask_and_restores_it)
+{
+    for (int mask = 0; mask < 8; ++mask) {
+        SCOPED_TRACE(mask);
+        std::istringstream in("a = 1\n[s]\nb = 2");
+        in.exceptions(combination(mask));
+        ConfigurationSetter setter;
+        EXPECT_NO_THROW(setter.load(in, 0));
+        EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}, {"s", {{"b", "2"}}}}));
+        EXPECT_EQ(in.exceptions(), combination(mask));
+        EXPECT_EQ(in.rdstate(), std::ios_base::eofbit | std::ios_base::failbit);
+    }
+}
+
+TEST(reader_stream, takes_a_stream_that_has_failed_for_an_empty_text)
+{
+    for (int state = 1; state < 8; ++state) {
+        for (int mask = 0; mask < 8; ++mask) {
+            SCOPED_TRACE(::testing::Message() << "state " << state << ", mask " << mask);
+            std::istringstream in("a = 1\n[");
+            in.setstate(combination(state));
+            try {
+                in.exceptions(combination(mask));
+            } catch (const std::ios_base::failure &) { // the mask is set nevertheless
+                EXPECT_EQ(in.exceptions(), combination(mask));
+            }
+            ConfigurationSetter setter;
+            EXPECT_NO_THROW(setter.load(in, 0));
+            EXPECT_EQ(sections_of(setter), (Sections{{"", {}}}));
+            EXPECT_EQ(in.exceptions(), combination(mask));
+            EXPECT_EQ(in.rdstate(), combination(state) | std::ios_base::failbit);
+        }
+    }
+}
+
+TEST(reader_stream, takes_a_stream_without_a_buffer_for_an_empty_text)
+{
+    std::istream in(nullptr);
+    ConfigurationSetter setter;
+    EXPECT_NO_THROW(setter.load(in, 0));
+    EXPECT_EQ(sections_of(setter), (Sections{{"", {}}}));
+    EXPECT_EQ(in.exceptions(), std::ios_base::goodbit);
+}
+
+TEST(reader_stream, reads_on_from_where_the_stream_stands)
+{
+    std::istringstream in("[s]\na = 1\nb = 2");
+    in.seekg(4);
+    ConfigurationSetter setter;
+    setter.load(in, 0);
+    EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}, {"b", "2"}}}}));
+}
+
+TEST(reader_stream, joins_lines_that_come_in_pieces)
+{
+    for (const std::size_t size : {1U, 2U, 3U, 7U, 100U}) {
+        PiecewiseBuffer buffer("first = 1\r\n[ s1 , s2 ]\r\nsecond = 2 = 3\n\nthird", size, [] {});
+        std::istream in(&buffer);
+        ConfigurationSetter setter;
+        setter.load(in, 0);
+        const std::vector<dalvo::testing::Filed> both = {{"second", "2 = 3"}, {"third", ""}};
+        EXPECT_EQ(sections_of(setter), (Sections{{"", {{"first", "1"}}}, {"s1", both}, {"s2", both}})) << size;
+    }
+}
+
+TEST(reader_stream, ends_the_text_without_error_where_the_buffer_throws)
+{
+    struct Odd {};
+    const struct {
+        std::function<void()> failure;
+        const char *why;
+    } failures[] = {
+        {[] { throw std::runtime_error("device gone"); }, "a runtime_error"},
+        {[] { throw std::ios_base::failure("device gone"); }, "a failure of the stream library"},
+        {[] { throw 7; }, "an int"},
+        {[] { throw Odd(); }, "a type of the host"},
+    };
+    const struct {
+        const char *text;
+        Sections expected;
+        const char *why;
+    } texts[] = {
+        {"", {{"", {}}}, "at the start"},
+        {"a = 1\n[s]\nb = 2\n", {{"", {{"a", "1"}}}, {"s", {{"b", "2"}}}}, "between two lines"},
+        {"a = 1\n[s]\nb = 2\nc = 3", {{"", {{"a", "1"}}}, {"s", {{"b", "2"}}}}, "inside an assignment, not filed"},
+        {"a = 1\n[s", {{"", {{"a", "1"}}}}, "inside a header, not an error"},
+    };
+    for (const auto &failure : failures) {
+        for (const auto &text : texts) {
+            for (int mask = 0; mask < 8; ++mask) {
+                SCOPED_TRACE(::testing::Message() << failure.why << " " << text.why << ", mask " << mask);
+                PiecewiseBuffer buffer(text.text, 4, failure.failure);
+                std::istream in(&buffer);
+                in.exceptions(combination(mask));
+                ConfigurationSetter setter;
+                EXPECT_NO_THROW(setter.load(in, 0));
+                EXPECT_EQ(sections_of(setter), text.expected);
+                EXPECT_EQ(in.exceptions(), combination(mask));
+                EXPECT_TRUE(in.bad());
+            }
+        }
+    }
+}
+
+TEST(reader_stream, passes_on_that_memory_ran_out_in_the_buffer)
+{
+    for (int mask = 0; mask < 8; ++mask) {
+        SCOPED_TRACE(mask);
+        PiecewiseBuffer buffer("a = 1\n[s]\nb = 2\nc = 3", 4, [] { throw std::bad_alloc(); });
+        std::istream in(&buffer);
+        in.exceptions(combination(mask));
+        ConfigurationSetter setter;
+        EXPECT_THROW(setter.load(in, 0), std::bad_alloc);
+        EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}, {"s", {{"b", "2"}}}}));
+        EXPECT_EQ(in.exceptions(), combination(mask));
+        EXPECT_TRUE(in.bad());
+    }
+    PiecewiseBuffer buffer("a = 1\n", 4, [] { throw std::bad_array_new_length(); });
+    std::istream in(&buffer);
+    ConfigurationSetter setter;
+    EXPECT_THROW(setter.load(in, 0), std::bad_array_new_length) << "a kind of bad_alloc";
+    EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}}));
+}
+
+TEST(reader_stream, restores_the_mask_after_a_malformed_line)
+{
+    for (int mask = 0; mask < 8; ++mask) {
+        for (const char *text : {"a = 1\n[s\n", "a = 1\n[s"}) {
+            SCOPED_TRACE(::testing::Message() << text << ", mask " << mask);
+            std::istringstream in(text);
+            in.exceptions(combination(mask));
+            ConfigurationSetter setter;
+            const Caught expected = {"bad format of configuration file: [s, value: ", "[s", "", ""};
+            EXPECT_EQ(caught_from([&] { setter.load(in, 0); }), expected) << "not a failure of the stream";
+            EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}}));
+            EXPECT_EQ(in.exceptions(), combination(mask));
+        }
+    }
+}
+
+TEST(reader_stream, ends_lines_at_the_newline_of_the_streams_locale)
+{
+    struct SemicolonNewline : std::ctype<char> {
+        char do_widen(char c) const override { return c == '\n' ? ';' : c; }
+        const char *do_widen(const char *from, const char *to, char *out) const override
+        {
+            std::transform(from, to, out, [this](char c) { return do_widen(c); });
+            return to;
+        }
+    };
+    std::istringstream in("a = 1;[s];b = 2\nc = 3; d = 4");
+    in.imbue(std::locale(in.getloc(), new SemicolonNewline));
+    ConfigurationSetter setter;
+    setter.load(in, 0);
+    EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}, {"s", {{"b", "2\nc = 3"}, {"d", "4"}}}}));
+}
+
+TEST(reader_stream, strips_the_same_characters_whatever_the_streams_flags)
+{
+    std::istringstream in("  \n  a = 1\n");
+    in.unsetf(std::ios_base::skipws);
+    in.width(2);
+    ConfigurationSetter setter;
+    setter.load(in, 0);
+    EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}}));
+}
+
+} // namespace
