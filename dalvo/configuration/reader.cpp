@@ -1,131 +1,51 @@
 #include "dalvo/configuration/configurationsetter.h"
 
-#include <istream>
-#include <memory>
-#include <new>
-
-#include "dalvo/utils/str.h"
+#include "dalvo/configuration/textreader.h"
 
 namespace dalvo {
 
 namespace {
 
-using Section = std::vector<ConfigurationSetter::OptEntry>;
-
-/// The white space of the format: what isspace accepts in the "C" locale, whatever locale the host has set.
-int is_space(int c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r') ? 1 : 0;
-}
-
-/// Reads a stream line by line. A failure of the stream ends the text, whichever exceptions its owner has asked it for;
-/// but memory that runs out inside the stream is thrown on, since the text would otherwise end unnoticed.
-class LineSource {
-public:
-    explicit LineSource(std::istream &stream) : in(stream), owners_mask(stream.exceptions())
-    {
-        in.exceptions(in.bad() ? std::ios_base::goodbit : std::ios_base::badbit);
-    }
-
-    LineSource(const LineSource &) = delete;
-    LineSource &operator=(const LineSource &) = delete;
-
-    ~LineSource()
-    {
-        try {
-            in.exceptions(owners_mask);
-        } catch (...) { // thrown where the stream's state meets the mask, which is set nevertheless
-        }
-    }
-
-    bool next(std::string &line)
-    {
-        try {
-            return static_cast<bool>(std::getline(in, line));
-        } catch (const std::bad_alloc &) {
-            throw;
-        } catch (...) {
-            return false;
-        }
-    }
-
-private:
-    std::istream &in;
-    std::ios_base::iostate owners_mask;
-};
-
 /// Files the assignments of one text. The sections' addresses stay good while the table grows.
-class SectionFiler {
+class SectionFiler : public TextReceiver {
 public:
     SectionFiler(ConfigurationSetter::SectionTable &table, std::int32_t text_level)
         : sections(table), level(text_level), current(&table[""])
     {
     }
 
-    /// `line` is stripped.
-    void file_line(const std::string &line)
+    void header(const TextLine &, const std::vector<TextPiece> &names) override
     {
-        if (line.empty() || line.front() == '#') {
-            return;
-        }
-        if (line.front() == '[') {
-            open_header(line);
-        } else {
-            file_assignment(line);
-        }
-    }
-
-private:
-    static OptionParser::error bad_format(const std::string &line)
-    {
-        return {"bad format of configuration file", line, "", ""};
-    }
-
-    void open_header(const std::string &line)
-    {
-        additional.clear();
-        if (line.size() < 2 || line.back() != ']') {
-            throw bad_format(line);
-        }
-        std::string names = str::strip(line.substr(1, line.size() - 2), is_space);
-        if (names.empty()) {
-            throw bad_format(line);
-        }
-        if (names == "default") { // only as the whole header: among several names it is a name like any other
-            names.clear();
-        }
-        if (names.find(',') == std::string::npos) {
-            current = &sections[names];
-        } else {
-            open_several(names, line);
-        }
-    }
-
-    void open_several(const std::string &names, const std::string &line)
-    {
-        const auto pieces = str::get_tokenizer(names, ",", 0);
-        for (auto at = pieces->begin(); at != pieces->end(); ++at) {
-            const std::string name = str::strip(*at, is_space);
-            if (name.empty()) {
-                throw bad_format(line);
-            }
-            additional.push_back(&sections[name]);
-        }
+        open(names);
         current = additional.back();
         additional.pop_back();
     }
 
-    void file_assignment(const std::string &line)
+    void assignment(const TextLine &, const TextAssignment &assignment) override
     {
-        const auto sides = str::get_tokenizer(line, "=", 1);
-        auto at = sides->begin();
-        ConfigurationSetter::OptEntry entry{str::strip(*at, is_space), "", level};
-        if (++at != sides->end()) {
-            entry.value = str::strip(*at, is_space);
-        }
+        const ConfigurationSetter::OptEntry entry{std::string(assignment.name.text),
+                                                  std::string(assignment.value.text), level};
         current->push_back(entry);
         for (Section *section : additional) {
             section->push_back(entry);
+        }
+    }
+
+    void malformed(const TextLine &, const TextPiece &stripped, const std::vector<TextPiece> &names) override
+    {
+        open(names);
+        throw OptionParser::error("bad format of configuration file", std::string(stripped.text), "", "");
+    }
+
+private:
+    using Section = std::vector<ConfigurationSetter::OptEntry>;
+
+    /// Makes the sections, created where they are new, the additional ones.
+    void open(const std::vector<TextPiece> &names)
+    {
+        additional.clear();
+        for (const TextPiece &name : names) {
+            additional.push_back(&sections[std::string(name.text)]);
         }
     }
 
@@ -140,11 +60,7 @@ private:
 void ConfigurationSetter::load(std::istream &in, std::int32_t level)
 {
     SectionFiler filer(configs, level);
-    LineSource lines(in);
-    std::string line;
-    while (lines.next(line)) {
-        filer.file_line(str::strip(line, is_space));
-    }
+    read_text(in, filer);
 }
 
 } // namespace dalvo
