@@ -4,7 +4,7 @@ cmake_minimum_required(VERSION 3.20)
 file(READ "${INPUT}" text)
 string(REPLACE "\\" "\\\\" text "${text}")
 string(REPLACE "\"" "\\\"" text "${text}")
-string(REPLACE "\r" "\\r" text "${text}")
+string(REPLACE "?" "\\?" text "${text}") # no trigraphs
 string(REPLACE "\n" "\\n\",\n    \"" text "${text}")
 file(WRITE "${OUTPUT}.new" "\
 #include \"dalvo/configuration/default_config.h\"

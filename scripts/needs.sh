@@ -23,15 +23,15 @@ install_needs() {
     if [ ${#missing[@]} -eq 0 ]; then
         return
     fi
-    if ! command -v apt-get >/dev/null 2>&1; then
-        echo "$0: please install, by whatever names your system has for them: ${missing[*]}" >&2
-        exit 1
-    fi
-    echo "Installing ${missing[*]}"
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         as_root=(sudo)
     fi
+    if ! type "${as_root[@]}" apt-get >/dev/null 2>&1; then
+        echo "$0: please install, by whatever names your system has for them: ${missing[*]}" >&2
+        exit 1
+    fi
+    echo "Installing ${missing[*]}"
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
     missing=()
