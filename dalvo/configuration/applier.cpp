@@ -338,12 +338,12 @@ public:
 
     template <class Effect = NoEffect> void boolean(const std::string &name, bool &, Effect = {})
     {
-        rows.push_back({name, OPT_BOOL, "any"});
+        rows.push_back({name, OPT_BOOL, {}});
     }
 
     void integer(const std::string &name, std::int32_t &, IntRange range = {})
     {
-        rows.push_back({name, OPT_INT, range.text()});
+        rows.push_back({name, OPT_INT, range});
     }
 
     template <class Effect>
@@ -354,14 +354,14 @@ public:
 
     void real(const std::string &name, double &, FloatRange range = {})
     {
-        rows.push_back({name, OPT_FLOAT, range.text()});
+        rows.push_back({name, OPT_FLOAT, range});
     }
 
-    void text(const std::string &name, std::string &) { rows.push_back({name, OPT_STR, "any"}); }
+    void text(const std::string &name, std::string &) { rows.push_back({name, OPT_STR, {}}); }
 
     template <class Split> void list(const std::string &name, std::vector<std::string> &, Split)
     {
-        rows.push_back({name, OPT_STR, "any"});
+        rows.push_back({name, OPT_STR, {}});
     }
 };
 

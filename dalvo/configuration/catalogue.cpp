@@ -4,7 +4,8 @@
 // they are, to the character, odd ones included.
 //
 // To add an option: its field in configuration.h, its row here, its row in applier.cpp, its row in dump.cpp; then its
-// line in default.cfg. The consistency tests name the place that was forgotten.
+// line in default.cfg. The consistency tests name the place that was forgotten; the tests' own lists of rows and fields
+// are tests/golden/*.tsv and tests/support/record_fields.h.
 
 namespace dalvo {
 

@@ -4,6 +4,8 @@
 #include <new>
 #include <string>
 
+#include "dalvo/utils/str.h"
+
 namespace dalvo {
 
 namespace {
@@ -53,13 +55,8 @@ private:
 /// The part of `line` from offset `begin` to before `end`, stripped.
 TextPiece piece(std::string_view line, std::size_t begin, std::size_t end)
 {
-    while (end > begin && is_space(line[end - 1])) {
-        --end;
-    }
-    while (begin < end && is_space(line[begin])) {
-        ++begin;
-    }
-    return {line.substr(begin, end - begin), begin + 1};
+    const std::string_view part = str::stripped(line.substr(begin, end - begin), is_space);
+    return {part, static_cast<std::size_t>(part.data() - line.data()) + 1};
 }
 
 /// Tells the lines of one text apart.
@@ -105,20 +102,17 @@ private:
     /// Splits `inside` at each comma; false at the first empty name.
     bool split_names(std::string_view line, const TextPiece &inside)
     {
-        const std::size_t end = end_of(inside);
-        std::size_t begin = inside.column - 1;
-        for (;;) {
-            const std::size_t comma = line.substr(0, end).find(',', begin);
-            const TextPiece name = piece(line, begin, comma == std::string_view::npos ? end : comma);
-            if (name.text.empty()) {
+        const std::string text(inside.text);
+        const auto tokens = str::get_tokenizer(text, ",", 0);
+        for (auto at = tokens->begin(); at != tokens->end(); ++at) {
+            const std::size_t begin = inside.column - 1 + at.offset;
+            names.push_back(piece(line, begin, begin + (*at).size()));
+            if (names.back().text.empty()) {
+                names.pop_back();
                 return false;
             }
-            names.push_back(name);
-            if (comma == std::string_view::npos) {
-                return true;
-            }
-            begin = comma + 1;
         }
+        return true;
     }
 
     void read_assignment(const TextLine &line, const TextPiece &stripped)

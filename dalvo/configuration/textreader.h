@@ -11,7 +11,7 @@ namespace dalvo {
 /// A piece of a line, stripped of white space. Any bytes; may be empty where that is said.
 struct TextPiece {
     std::string_view text;
-    std::size_t column; ///< of its first byte, counted in bytes from 1; where it is empty, of the byte that ends it
+    std::size_t column; ///< of its first byte, counted in bytes from 1; where it is empty, where it would begin
 };
 
 /// A line of a configuration text.
@@ -33,7 +33,7 @@ public:
     virtual ~TextReceiver();
 
     /// A section header with its names, in their order; at least one. The names are not empty, but for the header
-    /// "[default]", which has one empty name: the unnamed section's.
+    /// "[default]", which has one empty name, the unnamed section's, at the place of the word.
     virtual void header(const TextLine &line, const std::vector<TextPiece> &names) = 0;
 
     virtual void assignment(const TextLine &line, const TextAssignment &assignment) = 0;

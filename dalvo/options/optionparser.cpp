@@ -1,7 +1,8 @@
 #include "dalvo/options/optionparser.h"
 
-#include <algorithm>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "dalvo/options/nearby.h"
 #include "dalvo/options/valuetext.h"

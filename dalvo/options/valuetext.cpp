@@ -115,11 +115,12 @@ std::optional<float> parse_magnitude(std::string_view text) noexcept
         return std::nullopt;
     }
     float value = 0.0F;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const char *const text_end = text.data() + text.size();
+    const auto [end, failure] = std::from_chars(text.data(), text_end, value);
     if (failure == std::errc::result_out_of_range) {
         return is_below_one(*parts) ? std::optional<float>(0.0F) : std::nullopt;
     }
-    return value;
+    return failure == std::errc() && end == text_end ? std::optional<float>(value) : std::nullopt;
 }
 
 } // namespace

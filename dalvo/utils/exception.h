@@ -31,7 +31,7 @@ public:
     ~Exception() override;
 
     /// All text written so far. The pointer is owned by the object and good until the next call of `what()` on it,
-    /// or its end. Never throws: when memory runs out, the text is "".
+    /// or its end; one thread at a time calls it on one object. Never throws: when memory runs out, the text is "".
     const char *what() const noexcept override;
 
     /// Everything that makes up the message; opened for output only.

@@ -20,7 +20,8 @@ struct GetKey_pair {
 
 /// A chained hash map whose values never move: a reference to one is good until the map ends.
 ///
-/// `Key` and `Value` are copyable, `Value` can be value-initialised. Neither copied nor moved itself.
+/// `Key` and `Value` are copyable and aligned no more strictly than a pointer; `Value` can be value-initialised.
+/// Neither copied nor moved itself.
 ///
 /// Example:
 ///     hsh::HashMap<std::string, std::vector<int>> map;

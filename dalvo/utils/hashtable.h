@@ -22,12 +22,17 @@ namespace dalvo::hsh {
 ///  4. an element never moves: its address is good until the table ends.
 ///
 /// The chains can be walked from outside, and not changed:
-///     for (const auto *node = table.buckets()[i]; node != nullptr; node = node->next()) use(node->value());
+///     for (const auto *node : table.buckets()) {
+///         for (; node != nullptr; node = node->next()) use(node->value());
+///     }
 template <class Element, class GetKey, class Key, class Hash, class Equal> class Hashtable {
 public:
     /// A node: one element of a chain.
     class Bucket {
     public:
+        Bucket(const Bucket &) = delete;
+        Bucket &operator=(const Bucket &) = delete;
+
         /// The next node of the same chain; null at its end.
         const Bucket *next() const noexcept { return next_; }
 

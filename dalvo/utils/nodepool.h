@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -29,6 +30,7 @@ public:
     NodePool(std::uint64_t first, float growth, std::uint64_t bound) noexcept
         : chunk_nodes(first), chunk_growth(growth), max_chunk_nodes(bound)
     {
+        assert(first >= 1 && growth >= 1.0F);
     }
 
     NodePool(const NodePool &) = delete;

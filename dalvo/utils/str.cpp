@@ -6,16 +6,7 @@ namespace dalvo::str {
 
 std::string strip(const std::string &s, int (*predicate)(int))
 {
-    const auto holds = [&](char c) { return predicate(static_cast<signed char>(c)) != 0; };
-    std::size_t last = s.size();
-    while (last > 0 && holds(s[last - 1])) {
-        --last;
-    }
-    std::size_t first = 0;
-    while (first < last && holds(s[first])) {
-        ++first;
-    }
-    return s.substr(first, last - first);
+    return std::string(stripped(s, [&](char c) { return predicate(static_cast<signed char>(c)) != 0; }));
 }
 
 const std::string &TokenPosition::operator*() const

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 /// Trimming and splitting of byte strings.
 ///
@@ -17,6 +18,18 @@ namespace dalvo::str {
 /// `s` (any bytes, may be empty) without the characters at its end, then at its start, for which `predicate` is not 0.
 /// Each byte reaches the predicate as a signed 8-bit value widened to int: 0x80 to 0xFF arrive as -128 to -1.
 std::string strip(const std::string &s, int (*predicate)(int));
+
+/// The same part of `s` as a view of it, by a predicate that takes a char and returns bool.
+template <class Predicate> std::string_view stripped(std::string_view s, Predicate holds)
+{
+    while (!s.empty() && holds(s.back())) {
+        s.remove_suffix(1);
+    }
+    while (!s.empty() && holds(s.front())) {
+        s.remove_prefix(1);
+    }
+    return s;
+}
 
 class TokenizerBase;
 
@@ -65,7 +78,7 @@ protected:
     TokenizerBase &operator=(const TokenizerBase &) = default;
 };
 
-/// The tokenizers themselves, by their kind of delimiter.
+/// The tokenizers themselves, by their kind of delimiter; instantiated for IsDelim alone.
 struct Tokenizer {
     /// Holds for each character that occurs in `delims`.
     struct IsDelim {
@@ -100,6 +113,8 @@ struct Tokenizer {
         std::uint64_t pos = 0;
     };
 };
+
+extern template class Tokenizer::TokenizerImpl<Tokenizer::IsDelim>;
 
 /// A tokenizer over `s` (any bytes; borrowed, see TokenizerImpl) that splits at the characters of `delims` (copied;
 /// ends at its NUL, may be empty: then nothing splits), at most `max_splits` times; 0 means no limit.

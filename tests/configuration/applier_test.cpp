@@ -126,7 +126,7 @@ TEST(applied_options, are_the_136_rows_in_their_order_with_their_ranges)
     for (std::size_t i = 0; i < std::min(applied.size(), rows.size()); ++i) {
         EXPECT_EQ(applied[i].name, rows[i].name) << "row " << i + 1;
         EXPECT_EQ(applied[i].type, rows[i].type) << "row " << i + 1 << ", " << rows[i].name;
-        EXPECT_EQ(applied[i].accepted, rows[i].accepted) << "row " << i + 1 << ", " << rows[i].name;
+        EXPECT_EQ(applied[i].accepted(), rows[i].accepted) << "row " << i + 1 << ", " << rows[i].name;
     }
 }
 
@@ -916,6 +916,44 @@ TEST(update_config, lets_no_level_decide)
             EXPECT_EQ(differing_fields(record, sentinel_record(0)), (Names{"verbosity", "random_seed"}));
         }
     }
+}
+
+TEST(applied_option, accepts_the_values_of_its_type_within_its_range)
+{
+    using dalvo::AppliedOption;
+    const AppliedOption boolean{"b", dalvo::OPT_BOOL, {}};
+    const AppliedOption integer{"i", dalvo::OPT_INT, dalvo::at_most(3)};
+    const AppliedOption any_integer{"j", dalvo::OPT_INT, {}};
+    const AppliedOption real{"r", dalvo::OPT_FLOAT, dalvo::at_most(1.0F)};
+    const AppliedOption text{"t", dalvo::OPT_STR, {}};
+    const struct {
+        const AppliedOption &option;
+        dalvo::OptionParser::Value value;
+        bool accepted;
+    } cases[] = {
+        {boolean, true, true},
+        {boolean, 1, false},
+        {boolean, {}, false},
+        {integer, 3, true},
+        {integer, 4, false},
+        {integer, -1, true},
+        {integer, 3.0F, false},
+        {integer, {}, false},
+        {any_integer, 4, true},
+        {any_integer, true, false},
+        {real, 1.0F, true},
+        {real, 1.5F, false},
+        {real, 1, false},
+        {text, std::string(), true},
+        {text, false, false},
+        {text, {}, false},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(c.option.accepts(c.value), c.accepted) << c.option.name << ", kind of value " << c.value.index();
+    }
+    EXPECT_EQ(boolean.accepted(), "any");
+    EXPECT_EQ(integer.accepted(), "at most 3");
+    EXPECT_EQ(real.accepted(), "at most 1");
 }
 
 } // namespace

@@ -53,6 +53,14 @@ static_assert(!std::is_copy_constructible_v<Map> && !std::is_move_constructible_
 static_assert(!std::is_copy_assignable_v<Map> && !std::is_move_assignable_v<Map>);
 static_assert(!std::is_copy_constructible_v<Map::Table> && !std::is_move_constructible_v<Map::Table>);
 static_assert(!std::is_copy_assignable_v<Map::Table> && !std::is_move_assignable_v<Map::Table>);
+
+/// An element that could be overwritten through a node, were nodes assignable.
+using PlainTable = dalvo::hsh::Hashtable<std::pair<std::uint64_t, int>, dalvo::hsh::GetKey_pair, std::uint64_t,
+                                         std::hash<std::uint64_t>, std::equal_to<std::uint64_t>>;
+static_assert(!std::is_copy_assignable_v<PlainTable::Bucket> && !std::is_copy_constructible_v<PlainTable::Bucket>);
+static_assert(!std::is_default_constructible_v<PlainTable::Bucket>);
+static_assert(std::is_same_v<decltype(std::declval<PlainTable::Bucket &>().next()), const PlainTable::Bucket *>);
+static_assert(std::is_const_v<std::remove_reference_t<decltype(std::declval<PlainTable::Bucket &>().value())>>);
 static_assert(std::is_default_constructible_v<Map> && std::is_nothrow_destructible_v<Map>);
 static_assert(std::is_same_v<decltype(std::declval<Map &>()[""]), std::vector<int> &>);
 
