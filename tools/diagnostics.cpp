@@ -1,13 +1,35 @@
 #include "tools/diagnostics.h"
 
+#include <iostream>
+#include <vector>
+
 namespace dalvo::tools {
 
-Failure::Failure(const std::string &where, const std::string &what)
-    : std::runtime_error(escaped(where) + ": " + escaped(what))
+namespace {
+
+std::vector<std::string> warnings;
+
+} // namespace
+
+void warn_later(const std::string &text)
+{
+    warnings.push_back(escaped(text));
+}
+
+void write_warnings()
+{
+    for (const std::string &warning : warnings) {
+        std::cerr << "dalvo-config: warning: " << warning << '\n';
+    }
+    warnings.clear();
+}
+
+Failure::Failure(const std::string &where, const std::string &what, int exit_status)
+    : std::runtime_error(escaped(where) + ": " + escaped(what)), status(exit_status)
 {
 }
 
-std::string escaped(const std::string &text)
+std::string escaped(std::string_view text)
 {
     constexpr const char *digits = "0123456789abcdef";
     std::string shown;

@@ -2,17 +2,29 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace dalvo::tools {
+
+// What a command ends with.
+constexpr int status_fine = 0;
+constexpr int status_problem = 1; ///< what was asked for found problems, or differences
+constexpr int status_usage = 2;   ///< wrong usage, or a file that cannot be read
 
 /// What ends a command: something wrong with what a user gave, and where it came from.
 class Failure : public std::runtime_error {
 public:
     /// Reads "where: what", with control bytes escaped, so that it is one line whatever the texts hold.
-    Failure(const std::string &where, const std::string &what);
+    Failure(const std::string &where, const std::string &what, int exit_status = status_problem);
+
+    const int status;
 };
 
+/// Writes "dalvo-config: warning: TEXT" to standard error once the command has ended well: a Failure stands alone.
+void warn_later(const std::string &text);
+void write_warnings();
+
 /// `text` with "\n", "\r", "\t" and "\xHH" for the control bytes in it; other bytes as they are.
-std::string escaped(const std::string &text);
+std::string escaped(std::string_view text);
 
 } // namespace dalvo::tools

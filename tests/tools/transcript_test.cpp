@@ -12,6 +12,7 @@
 // tests/tools/files. With DALVO_UPDATE_TRANSCRIPTS set, the transcripts are written anew instead; read the difference.
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -55,7 +56,7 @@ std::string run(const std::string &command, const fs::path &scratch)
     const fs::path out = scratch / "out";
     const fs::path err = scratch / "err";
     const std::string script = "cd '" + (source_dir / "tests/tools/files").string() + "' && export PATH='" +
-                               DALVO_CONFIG_DIR "':\"$PATH\" TMPDIR='" + scratch.string() + "' && {\n" + command +
+                               DALVO_CONFIG_DIR "':\"$PATH\" COLUMNS=80 TMPDIR='" + scratch.string() + "' && {\n" + command +
                                "\n} >'" + out.string() + "' 2>'" + err.string() + "' </dev/null";
     const int status = std::system(script.c_str());
     return "$ " + command + "\n" + marked_lines("out", read_file(out)) + marked_lines("err", read_file(err)) +
@@ -92,7 +93,7 @@ class transcript : public ::testing::TestWithParam<std::string> {};
 TEST_P(transcript, repeats)
 {
     const fs::path path = source_dir / "tests/tools/transcripts" / (GetParam() + ".txt");
-    const fs::path scratch = fs::path(::testing::TempDir()) / ("dalvo_transcript_" + GetParam());
+    const fs::path scratch = fs::path(::testing::TempDir()) / ("dalvo_transcript_" + GetParam() + "_" + std::to_string(getpid()));
     fs::create_directories(scratch);
     const std::string expected = read_file(path);
     const std::string again = run_again(expected, scratch);

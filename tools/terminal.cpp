@@ -1,0 +1,35 @@
+#include "tools/terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+
+namespace dalvo::tools {
+
+bool has_colour(int descriptor)
+{
+    const char *const refused = std::getenv("NO_COLOR");
+    return (refused == nullptr || *refused == '\0') && isatty(descriptor) == 1;
+}
+
+std::size_t terminal_width()
+{
+    constexpr std::size_t least = 20;
+    std::size_t width = 0;
+    if (const char *const columns = std::getenv("COLUMNS")) {
+        std::from_chars(columns, columns + std::strlen(columns), width);
+    }
+    winsize size{};
+    if (width == 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) {
+        width = size.ws_col;
+    }
+    if (width == 0) {
+        return 80;
+    }
+    return width < least ? least : width;
+}
+
+} // namespace dalvo::tools
