@@ -15,9 +15,12 @@ struct Command {
 
 // Each adds one command, in a source of its name.
 Command add_check(CLI::App &tool);
+Command add_completion(CLI::App &tool);
 Command add_diff(CLI::App &tool);
 Command add_explain(CLI::App &tool);
+Command add_man(CLI::App &tool);
 Command add_options(CLI::App &tool);
+Command add_presets(CLI::App &tool);
 Command add_sections(CLI::App &tool);
 Command add_show(CLI::App &tool);
 

@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "tools/diagnostics.h"
+#include "tools/presetnames.h"
 
 // Made by the build from the files in presets/.
 extern const char *const dalvo_preset_names[];
@@ -29,7 +30,7 @@ const Preset &preset_named(const std::string &name)
             return preset;
         }
     }
-    throw Failure("--preset", "no preset '" + name + "'; dalvo-config presets lists them", status_usage);
+    throw Failure("--preset", unknown_preset(name), status_usage);
 }
 
 Source read_preset(const std::string &name)
