@@ -73,7 +73,7 @@ std::string array(const std::string &name, const std::vector<CompletionWord> &wo
     return text + ")\n";
 }
 
-/// What stands behind "MESSAGE:" in a specification of _arguments.
+/// What stands behind "MESSAGE:" in an argument of _arguments.
 std::string action(const CompletionValue &value)
 {
     std::string words;
@@ -100,16 +100,16 @@ std::string flag_lines(const CompletionFlag &flag, const std::string &indent)
     }
     std::string text;
     for (const std::string &name : flag.names) {
-        std::string specification = flag.repeats ? "*" : "(" + others + ")";
-        specification += name;
+        std::string entry = flag.repeats ? "*" : "(" + others + ")";
+        entry += name;
         if (flag.takes_value) {
-            specification += name.size() > 2 ? "=" : "+"; // in the same argument or the next
+            entry += name.size() > 2 ? "=" : "+"; // in the same argument or the next
         }
-        specification += "[" + marked(flag.description, "[]") + "]";
+        entry += "[" + marked(flag.description, "[]") + "]";
         if (flag.takes_value) {
-            specification += ":" + marked(flag.value_name, ":") + ":" + action(flag.value);
+            entry += ":" + marked(flag.value_name, ":") + ":" + action(flag.value);
         }
-        text += indent + shell_quoted(specification) + " \\\n";
+        text += indent + shell_quoted(entry) + " \\\n";
     }
     return text;
 }

@@ -51,7 +51,7 @@ std::vector<Step> steps_of(const std::vector<Source> &sources, const Inputs &inp
     append(steps, sources, Stage::always, [](const std::string &name) { return name.empty(); });
     append(steps, sources, Stage::section, is_chosen);
     for (const auto &[name, value] : inputs.overrides) {
-        steps.push_back({{name, value, override_level, {"command line", 0}, ""}, Stage::command_line, sources.size()});
+        steps.push_back({override_of(name, value), Stage::command_line, sources.size()});
     }
     append(steps, sources, Stage::never,
            [&](const std::string &name) { return !name.empty() && !is_chosen(name); });

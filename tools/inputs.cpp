@@ -51,6 +51,11 @@ std::vector<Source> read_sources(const Inputs &inputs)
     return sources;
 }
 
+Assignment override_of(const std::string &name, const std::string &value)
+{
+    return {name, value, override_level, {"command line", 0}, ""};
+}
+
 std::vector<Assignment> applying_assignments(const Inputs &inputs)
 {
     return applying_assignments(read_sources(inputs), inputs);
@@ -66,7 +71,7 @@ std::vector<Assignment> applying_assignments(const std::vector<Source> &sources,
                    (inputs.section == "default" ? "; what stands below [default] always applies" : ""));
     }
     for (const auto &[name, value] : inputs.overrides) {
-        assignments.push_back({name, value, override_level, {"command line", 0}, ""});
+        assignments.push_back(override_of(name, value));
     }
     return assignments;
 }

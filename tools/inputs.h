@@ -22,6 +22,9 @@ struct Inputs {
 /// The texts that `inputs` name: the built-in one, the presets, the files. Throws Failure.
 std::vector<Source> read_sources(const Inputs &inputs);
 
+/// The assignment that -o NAME=VALUE makes.
+Assignment override_of(const std::string &name, const std::string &value);
+
 /// The assignments that apply, in the order in which they apply: the unnamed section's of each text, then the active
 /// section's of each text, then the overrides. Warns when no text has the section.
 std::vector<Assignment> applying_assignments(const std::vector<Source> &sources, const Inputs &inputs);
