@@ -10,6 +10,7 @@
 #include "tools/commands.h"
 #include "tools/diagnostics.h"
 #include "tools/inputs.h"
+#include "tools/presets.h"
 #include "tools/report.h"
 #include "tools/sources.h"
 #include "tools/terminal.h"
@@ -19,6 +20,7 @@ namespace dalvo::tools {
 namespace {
 
 struct CheckInputs {
+    std::vector<std::string> presets;
     std::vector<std::string> files;
     std::vector<std::string> unwanted; // names of warnings
     std::string format = "text";
@@ -51,10 +53,10 @@ void require_warnings(const std::vector<std::string> &names)
     }
 }
 
-/// The findings of one file that the user wants to hear of.
-std::vector<Finding> findings_in(const std::string &path, const CheckInputs &inputs)
+/// The findings of one text that the user wants to hear of.
+std::vector<Finding> findings_in(const std::string &name, const std::string &contents, const CheckInputs &inputs)
 {
-    std::vector<Finding> findings = check_text(file_name(path), file_contents(path));
+    std::vector<Finding> findings = check_text(name, contents);
     const auto is_unwanted = [&](const Finding &finding) {
         return contains(inputs.unwanted, name_of(finding.problem)); // never an error: see require_warnings
     };
@@ -67,14 +69,20 @@ std::vector<Finding> findings_in(const std::string &path, const CheckInputs &inp
     return findings;
 }
 
-/// All findings, file by file. What keeps a file from being read is added to `failures`.
+/// All findings, text by text. What keeps a file from being read is added to `failures`.
 std::vector<Finding> all_findings(const CheckInputs &inputs, std::vector<Failure> &failures)
 {
     std::vector<Finding> all;
+    const auto add = [&](const std::string &name, const std::string &contents) {
+        std::vector<Finding> findings = findings_in(name, contents, inputs);
+        std::move(findings.begin(), findings.end(), std::back_inserter(all));
+    };
+    for (const std::string &name : inputs.presets) {
+        add("preset " + name, preset_named(name).text);
+    }
     for (const std::string &path : inputs.files) {
         try {
-            std::vector<Finding> findings = findings_in(path, inputs);
-            std::move(findings.begin(), findings.end(), std::back_inserter(all));
+            add(file_name(path), file_contents(path));
         } catch (const Failure &e) {
             failures.push_back(e);
         }
@@ -127,6 +135,7 @@ Command add_check(CLI::App &tool)
     add_text_list(*app, "FILE", inputs->files, "Configuration texts, each checked by itself; - is standard input")
         ->type_name("")
         ->required();
+    add_presets_option(*app, inputs->presets);
     add_text_list(*app, "--no-warn", inputs->unwanted, "A warning not to be given; may be repeated")
         ->type_name("NAME")
         ->allow_extra_args(false);

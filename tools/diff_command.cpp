@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <iostream>
 #include <memory>
+#include <vector>
 
 #include "tools/commands.h"
 #include "tools/diagnostics.h"
@@ -21,6 +22,7 @@ struct Side {
 struct Arguments {
     Side a;
     Side b;
+    std::vector<std::string> presets; ///< of both
     bool with_defaults = true;
     std::string format = "text";
 };
@@ -31,16 +33,16 @@ struct Difference {
     Setting b;
 };
 
-std::vector<Setting> settings_of_side(const Side &side, bool with_defaults)
+std::vector<Setting> settings_of_side(const Side &side, const Arguments &arguments)
 {
-    const Inputs inputs{{}, {side.path}, side.section, {}, with_defaults};
+    const Inputs inputs{arguments.presets, {side.path}, side.section, {}, arguments.with_defaults};
     return settings_of(record_of(applying_assignments(inputs)));
 }
 
 std::vector<Difference> differences(const Arguments &arguments)
 {
-    const std::vector<Setting> a = settings_of_side(arguments.a, arguments.with_defaults);
-    const std::vector<Setting> b = settings_of_side(arguments.b, arguments.with_defaults);
+    const std::vector<Setting> a = settings_of_side(arguments.a, arguments);
+    const std::vector<Setting> b = settings_of_side(arguments.b, arguments);
     std::vector<Difference> found;
     for (std::size_t i = 0; i < a.size(); ++i) { // the same options in the same order
         if (!same_value(a[i], b[i])) {
@@ -137,6 +139,7 @@ Command add_diff(CLI::App &tool)
     CLI::App *const app = tool.add_subcommand("diff", "Compare the settings that two texts make");
     add_text(*app, "A", arguments->a.path, "A configuration text; - is standard input")->type_name("")->required();
     add_text(*app, "B", arguments->b.path, "Another; only one of them can be -")->type_name("")->required();
+    add_presets_option(*app, arguments->presets);
     add_text(*app, "--section-a", arguments->a.section, "The section to choose in A")->type_name("NAME");
     add_text(*app, "--section-b", arguments->b.section, "The section to choose in B")->type_name("NAME");
     app->add_flag_callback(

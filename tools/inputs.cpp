@@ -112,7 +112,12 @@ void add_texts(CLI::App &command, Inputs &inputs)
 {
     add_text_list(command, "FILE", inputs.files, "Configuration texts, read in this order; - is standard input")
         ->type_name("");
-    add_text_list(command, "--preset", inputs.presets,
+    add_presets_option(command, inputs.presets);
+}
+
+void add_presets_option(CLI::App &command, std::vector<std::string> &names)
+{
+    add_text_list(command, "--preset", names,
                   "A preset, read before the files; may be repeated. `dalvo-config presets` lists them")
         ->type_name("NAME")
         ->allow_extra_args(false);

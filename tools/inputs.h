@@ -41,6 +41,8 @@ std::string plain(const std::string &guarded_argument);
 
 /// FILE..., --preset
 void add_texts(CLI::App &command, Inputs &inputs);
+/// --preset
+void add_presets_option(CLI::App &command, std::vector<std::string> &names);
 /// --section, -o, --no-defaults
 void add_choices(CLI::App &command, Inputs &inputs);
 /// One text option or positional.

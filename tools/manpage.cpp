@@ -20,7 +20,9 @@ All is fine.
 What was asked for found problems, or differences.
 .TP
 .B 2
-Wrong usage, or a file that cannot be read.
+Wrong usage, or a file that cannot be read. For
+.B diff
+a file that is wrong in any way, since 1 means that the two differ.
 .SH FILES
 Only the files that are named on the command line are read;
 .B \-
@@ -28,7 +30,7 @@ is standard input. The built\-in default text and the presets are part of the pr
 .SH ENVIRONMENT
 .TP
 .B NO_COLOR
-When it is set and not empty, nothing is coloured. Without it, colours are for terminals only.
+When it is set, nothing is coloured. Without it, colours are for terminals only.
 .TP
 .B COLUMNS
 The width that text is wrapped to; without it, that of the terminal.

@@ -7,12 +7,14 @@
 #include "tools/diff_table.h"
 #include "tools/diff_value.h"
 #include "tools/inputs.h"
+#include "tools/presets.h"
 
 namespace dalvo::tools {
 
 namespace {
 
 struct Arguments {
+    std::vector<std::string> presets;
     std::vector<std::string> files;
     std::string format = "text";
 };
@@ -71,6 +73,9 @@ void write_json(const std::vector<Source> &sources)
 int list_sections(const Arguments &arguments)
 {
     std::vector<Source> sources;
+    for (const std::string &name : arguments.presets) {
+        sources.push_back(read_preset(name));
+    }
     for (const std::string &path : arguments.files) {
         sources.push_back(read_file(path));
     }
@@ -91,6 +96,7 @@ Command add_sections(CLI::App &tool)
     add_text_list(*app, "FILE", arguments->files, "Configuration texts; - is standard input")
         ->type_name("")
         ->required();
+    add_presets_option(*app, arguments->presets);
     app->add_option("--format", arguments->format, "The form of the answer")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"text", "json"}));

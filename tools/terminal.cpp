@@ -11,8 +11,9 @@ namespace dalvo::tools {
 
 bool has_colour(int descriptor)
 {
-    const char *const refused = std::getenv("NO_COLOR");
-    return (refused == nullptr || *refused == '\0') && isatty(descriptor) == 1;
+    const char *const terminal = std::getenv("TERM");
+    const bool is_dumb = terminal != nullptr && std::strcmp(terminal, "dumb") == 0;
+    return std::getenv("NO_COLOR") == nullptr && !is_dumb && isatty(descriptor) == 1;
 }
 
 std::size_t terminal_width()
