@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "dalvo/configuration/configurationsetter.h"
+#include "dalvo/utils/str.h"
 #include "tools/check_text.h"
 
 namespace dalvo::tools {
@@ -64,6 +65,8 @@ public:
             text.mark_value(position, Problem::invalid_value);
             if (assignment.value.empty()) {
                 text.mark_value(position, Problem::empty_value);
+            } else if (comment_start(assignment.value) == std::string_view::npos) {
+                mark_comment(position, assignment.value.find('#')); // "1#x" is no text that somebody meant
             }
         } else if (assignment.verdict == Verdict::accepted && is_negative_code(assignment.option)) {
             text.mark_value(position, Problem::negative_code);
@@ -73,12 +76,19 @@ public:
 private:
     void check_marks_in_value(std::size_t position)
     {
-        const CheckedAssignment &assignment = text.assignments[position];
-        if (is_quoted(assignment.value)) {
+        const std::string_view whole = text.assignments[position].value;
+        const std::size_t start = comment_start(whole);
+        if (is_quoted(str::stripped(whole.substr(0, start), is_space))) {
             text.mark_value(position, Problem::quoted_value);
         }
-        const std::size_t start = comment_start(assignment.value);
+        mark_comment(position, start);
+    }
+
+    /// `start` is the offset of the "#" in the value; npos for none.
+    void mark_comment(std::size_t position, std::size_t start)
+    {
         if (start != std::string_view::npos) {
+            const CheckedAssignment &assignment = text.assignments[position];
             text.marks.push_back(
                 {assignment.line, assignment.value_column + start, Problem::comment_in_value, position});
         }
