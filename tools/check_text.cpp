@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "dalvo/configuration/textreader.h"
+#include "dalvo/configuration/reader.h"
 #include "tools/check.h"
 
 namespace dalvo::tools {

@@ -10,7 +10,7 @@
 #include <unordered_map>
 
 #include "dalvo/configuration/default_config.h"
-#include "dalvo/configuration/textreader.h"
+#include "dalvo/configuration/reader.h"
 #include "dalvo/options/optionparser.h"
 #include "tools/diagnostics.h"
 

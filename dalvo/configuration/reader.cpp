@@ -1,66 +1,151 @@
-#include "dalvo/configuration/configurationsetter.h"
+#include "dalvo/configuration/reader.h"
 
-#include "dalvo/configuration/textreader.h"
+#include <istream>
+#include <new>
+#include <string>
+
+#include "dalvo/utils/str.h"
 
 namespace dalvo {
 
 namespace {
 
-/// Files the assignments of one text. The sections' addresses stay good while the table grows.
-class SectionFiler : public TextReceiver {
+/// The white space of the format: what isspace accepts in the "C" locale, whatever locale the host has set.
+bool is_space(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// Reads a stream line by line. A failure of the stream ends the text, whichever exceptions its owner has asked it for;
+/// but memory that runs out inside the stream is thrown on, since the text would otherwise end unnoticed.
+class LineSource {
 public:
-    SectionFiler(ConfigurationSetter::SectionTable &table, std::int32_t text_level)
-        : sections(table), level(text_level), current(&table[""])
+    explicit LineSource(std::istream &stream) : in(stream), owners_mask(stream.exceptions())
     {
+        in.exceptions(in.bad() ? std::ios_base::goodbit : std::ios_base::badbit);
     }
 
-    void header(const TextLine &, const std::vector<TextPiece> &names) override
-    {
-        open(names);
-        current = additional.back();
-        additional.pop_back();
-    }
+    LineSource(const LineSource &) = delete;
+    LineSource &operator=(const LineSource &) = delete;
 
-    void assignment(const TextLine &, const TextAssignment &assignment) override
+    ~LineSource()
     {
-        const ConfigurationSetter::OptEntry entry{std::string(assignment.name.text),
-                                                  std::string(assignment.value.text), level};
-        current->push_back(entry);
-        for (Section *section : additional) {
-            section->push_back(entry);
+        try {
+            in.exceptions(owners_mask);
+        } catch (...) { // thrown where the stream's state meets the mask, which is set nevertheless
         }
     }
 
-    void malformed(const TextLine &, const TextPiece &stripped, const std::vector<TextPiece> &names) override
+    bool next(std::string &line)
     {
-        open(names);
-        throw OptionParser::error("bad format of configuration file", std::string(stripped.text), "", "");
+        try {
+            return static_cast<bool>(std::getline(in, line));
+        } catch (const std::bad_alloc &) {
+            throw;
+        } catch (...) {
+            return false;
+        }
     }
 
 private:
-    using Section = std::vector<ConfigurationSetter::OptEntry>;
+    std::istream &in;
+    std::ios_base::iostate owners_mask;
+};
 
-    /// Makes the sections, created where they are new, the additional ones.
-    void open(const std::vector<TextPiece> &names)
+/// The part of `line` from offset `begin` to before `end`, stripped.
+TextPiece piece(std::string_view line, std::size_t begin, std::size_t end)
+{
+    const std::string_view part = str::stripped(line.substr(begin, end - begin), is_space);
+    return {part, static_cast<std::size_t>(part.data() - line.data()) + 1};
+}
+
+/// Tells the lines of one text apart.
+class LineReader {
+public:
+    explicit LineReader(TextReceiver &text_receiver) : receiver(text_receiver) {}
+
+    void read_line(const TextLine &line)
     {
-        additional.clear();
-        for (const TextPiece &name : names) {
-            additional.push_back(&sections[std::string(name.text)]);
+        const TextPiece stripped = piece(line.text, 0, line.text.size());
+        if (stripped.text.empty() || stripped.text.front() == '#') {
+            return;
+        }
+        if (stripped.text.front() == '[') {
+            read_header(line, stripped);
+        } else {
+            read_assignment(line, stripped);
         }
     }
 
-    ConfigurationSetter::SectionTable &sections;
-    std::int32_t level;
-    Section *current;
-    std::vector<Section *> additional; // the header's other sections, in its order
+private:
+    void read_header(const TextLine &line, const TextPiece &stripped)
+    {
+        names.clear();
+        const std::size_t end = end_of(stripped);
+        if (stripped.text.size() < 2 || stripped.text.back() != ']') {
+            receiver.malformed(line, stripped, names);
+            return;
+        }
+        const TextPiece inside = piece(line.text, stripped.column, end - 1);
+        if (inside.text.empty()) {
+            receiver.malformed(line, stripped, names);
+        } else if (inside.text == "default") { // only as the whole header: among several names it is one like any other
+            names.push_back({inside.text.substr(0, 0), inside.column});
+            receiver.header(line, names);
+        } else if (split_names(line.text, inside)) {
+            receiver.header(line, names);
+        } else {
+            receiver.malformed(line, stripped, names);
+        }
+    }
+
+    /// Splits `inside` at each comma; false at the first empty name.
+    bool split_names(std::string_view line, const TextPiece &inside)
+    {
+        const std::string text(inside.text);
+        const auto tokens = str::get_tokenizer(text, ",", 0);
+        for (auto at = tokens->begin(); at != tokens->end(); ++at) {
+            const std::size_t begin = inside.column - 1 + at.offset;
+            names.push_back(piece(line, begin, begin + (*at).size()));
+            if (names.back().text.empty()) {
+                names.pop_back();
+                return false;
+            }
+        }
+        return true;
+    }
+
+    void read_assignment(const TextLine &line, const TextPiece &stripped)
+    {
+        const std::size_t begin = stripped.column - 1;
+        const std::size_t end = end_of(stripped);
+        const std::size_t equals = line.text.substr(0, end).find('=', begin);
+        if (equals == std::string_view::npos) {
+            receiver.assignment(line, {stripped, piece(line.text, end, end), false});
+        } else {
+            receiver.assignment(line, {piece(line.text, begin, equals), piece(line.text, equals + 1, end), true});
+        }
+    }
+
+    /// The offset behind a piece of a line.
+    static std::size_t end_of(const TextPiece &part) { return part.column - 1 + part.text.size(); }
+
+    TextReceiver &receiver;
+    std::vector<TextPiece> names; // of the header at hand
 };
 
 } // namespace
 
-void ConfigurationSetter::load(std::istream &in, std::int32_t level)
+TextReceiver::~TextReceiver() = default;
+
+void read_text(std::istream &in, TextReceiver &receiver)
 {
-    SectionFiler filer(configs, level);
-    read_text(in, filer);
+    LineReader reader(receiver);
+    LineSource lines(in);
+    std::string line;
+    for (std::uint64_t number = 1; lines.next(line); ++number) {
+        reader.read_line({number, line});
+    }
 }
 
 } // namespace dalvo

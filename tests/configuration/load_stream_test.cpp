@@ -68,7 +68,7 @@ private:
     std::size_t used = 0;
 };
 
-TEST(reader_stream, reads_to_the_end_under_every_exception_mask_and_restores_it)
+TEST(load_stream, reads_to_the_end_under_every_exception_mask_and_restores_it)
 {
     for (int mask = 0; mask < 8; ++mask) {
         SCOPED_TRACE(mask);
@@ -82,7 +82,7 @@ TEST(reader_stream, reads_to_the_end_under_every_exception_mask_and_restores_it)
     }
 }
 
-TEST(reader_stream, takes_a_stream_that_has_failed_for_an_empty_text)
+TEST(load_stream, takes_a_stream_that_has_failed_for_an_empty_text)
 {
     for (int state = 1; state < 8; ++state) {
         for (int mask = 0; mask < 8; ++mask) {
@@ -103,7 +103,7 @@ TEST(reader_stream, takes_a_stream_that_has_failed_for_an_empty_text)
     }
 }
 
-TEST(reader_stream, takes_a_stream_without_a_buffer_for_an_empty_text)
+TEST(load_stream, takes_a_stream_without_a_buffer_for_an_empty_text)
 {
     std::istream in(nullptr);
     ConfigurationSetter setter;
@@ -112,7 +112,7 @@ TEST(reader_stream, takes_a_stream_without_a_buffer_for_an_empty_text)
     EXPECT_EQ(in.exceptions(), std::ios_base::goodbit);
 }
 
-TEST(reader_stream, reads_on_from_where_the_stream_stands)
+TEST(load_stream, reads_on_from_where_the_stream_stands)
 {
     std::istringstream in("[s]\na = 1\nb = 2");
     in.seekg(4);
@@ -121,7 +121,7 @@ TEST(reader_stream, reads_on_from_where_the_stream_stands)
     EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}, {"b", "2"}}}}));
 }
 
-TEST(reader_stream, joins_lines_that_come_in_pieces)
+TEST(load_stream, joins_lines_that_come_in_pieces)
 {
     for (const std::size_t size : {1U, 2U, 3U, 7U, 100U}) {
         PiecewiseBuffer buffer("first = 1\r\n[ s1 , s2 ]\r\nsecond = 2 = 3\n\nthird", size, [] {});
@@ -133,7 +133,7 @@ TEST(reader_stream, joins_lines_that_come_in_pieces)
     }
 }
 
-TEST(reader_stream, ends_the_text_without_error_where_the_buffer_throws)
+TEST(load_stream, ends_the_text_without_error_where_the_buffer_throws)
 {
     struct Odd {};
     const struct {
@@ -172,7 +172,7 @@ TEST(reader_stream, ends_the_text_without_error_where_the_buffer_throws)
     }
 }
 
-TEST(reader_stream, passes_on_that_memory_ran_out_in_the_buffer)
+TEST(load_stream, passes_on_that_memory_ran_out_in_the_buffer)
 {
     for (int mask = 0; mask < 8; ++mask) {
         SCOPED_TRACE(mask);
@@ -192,7 +192,7 @@ TEST(reader_stream, passes_on_that_memory_ran_out_in_the_buffer)
     EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}}));
 }
 
-TEST(reader_stream, restores_the_mask_after_a_malformed_line)
+TEST(load_stream, restores_the_mask_after_a_malformed_line)
 {
     for (int mask = 0; mask < 8; ++mask) {
         for (const char *text : {"a = 1\n[s\n", "a = 1\n[s"}) {
@@ -208,7 +208,7 @@ TEST(reader_stream, restores_the_mask_after_a_malformed_line)
     }
 }
 
-TEST(reader_stream, ends_lines_at_the_newline_of_the_streams_locale)
+TEST(load_stream, ends_lines_at_the_newline_of_the_streams_locale)
 {
     struct SemicolonNewline : std::ctype<char> {
         char do_widen(char c) const override { return c == '\n' ? ';' : c; }
@@ -225,7 +225,7 @@ TEST(reader_stream, ends_lines_at_the_newline_of_the_streams_locale)
     EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}, {"s", {{"b", "2\nc = 3"}, {"d", "4"}}}}));
 }
 
-TEST(reader_stream, strips_the_same_characters_whatever_the_streams_flags)
+TEST(load_stream, strips_the_same_characters_whatever_the_streams_flags)
 {
     std::istringstream in("  \n  a = 1\n");
     in.unsetf(std::ios_base::skipws);
