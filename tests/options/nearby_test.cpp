@@ -47,18 +47,18 @@ TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_mos
         {"abcde", "abcdefg", false, "two edits at five bytes, though the registered name has seven"},
         {"abcdef", "abcdXX", true, "two edits at six bytes"},
         {"abcdef", "acbdef", true, "an exchange at six bytes"},
-        {"abcdef", "abcXXX", false, "three edits at six bytes"},
+        {"abcdef", "abcQQQ", false, "three edits at six bytes"},
         {"abcdefgh", "abcdefXX", true, "two edits at eight bytes"},
-        {"abcdefgh", "abcdeXXX", false, "three edits at eight bytes"},
+        {"abcdefgh", "abcdeQQQ", false, "three edits at eight bytes"},
         {"abcdefgh", "abcdefghijk", false, "three edits at eight bytes, though the registered name has eleven"},
-        {"abcdefghi", "abcdefXXX", true, "three edits at nine bytes"},
+        {"abcdefghi", "abcdefQQQ", true, "three edits at nine bytes"},
         {"abcdefghi", "abcdef", true, "three left out at nine bytes"},
         {"abcdefghi", "XabcdXefghXi", true, "three put in at nine bytes"},
-        {"abcdefghi", "abcdeXXXX", false, "four edits at nine bytes"},
+        {"abcdefghi", "abcdeQQQX", false, "four edits at nine bytes"},
         {"abcdefghi", "abcde", false, "four left out at nine bytes"},
-        {"abcdefghijkl", "abcdefghiXXX", true, "three edits at twelve bytes"},
-        {"abcdefghijkl", "abcdefghXXXX", false, "four edits at twelve bytes: three are the most"},
-        {"abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvXXXX", false, "four edits at twenty-six bytes"},
+        {"abcdefghijkl", "abcdefghiQQQ", true, "three edits at twelve bytes"},
+        {"abcdefghijkl", "abcdefghQQQX", false, "four edits at twelve bytes: three are the most"},
+        {"abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvQQQX", false, "four edits at twenty-six bytes"},
         {"VERBOSITY", "verbosity", false, "case counts"},
         {"Verbosity", "verbosity", true, "a letter of the other case is one edit"},
         {"", "a", false, "an empty name is a slip for nothing"},
@@ -76,9 +76,9 @@ TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_mos
 
 TEST(nearby_options, come_nearest_first_and_equally_near_ones_in_their_order)
 {
-    const Names registered = {"abcdefXXX", "abcdefghX", "far away", "abcdefghi", "abcdefgXX", "Xbcdefghi", "abcdefgYY"};
+    const Names registered = {"abcdefQQQ", "abcdefghX", "far away", "abcdefghi", "abcdefgXX", "Xbcdefghi", "abcdefgYY"};
     EXPECT_EQ(nearby(registered, "abcdefghi"),
-              (Names{"abcdefghi", "abcdefghX", "Xbcdefghi", "abcdefgXX", "abcdefgYY", "abcdefXXX"}));
+              (Names{"abcdefghi", "abcdefghX", "Xbcdefghi", "abcdefgXX", "abcdefgYY", "abcdefQQQ"}));
     EXPECT_EQ(nearby({"abd", "abe", "abf"}, "abc"), (Names{"abd", "abe", "abf"}));
     EXPECT_EQ(nearby({"abf", "abe", "abd"}, "abc"), (Names{"abf", "abe", "abd"}));
 }
