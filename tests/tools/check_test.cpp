@@ -156,6 +156,63 @@ TEST(check_text, reports_an_error_exactly_when_some_active_section_makes_the_lib
     EXPECT_GT(rejected, 1000U);
 }
 
+/// The records that an accepted text makes, one for each section that is active in turn.
+std::vector<Configuration> records_of(const std::string &text)
+{
+    ConfigurationSetter sections;
+    std::istringstream in(text);
+    sections.load(in, 2);
+    std::vector<Configuration> records;
+    for (const auto *node : sections.sections().table().buckets()) {
+        for (; node != nullptr; node = node->next()) {
+            ConfigurationSetter setter;
+            setter.initialize_options();
+            std::istringstream again(text);
+            setter.load(again, 2);
+            setter.set_active_config(node->value().first);
+            setter.update_config(&records.emplace_back());
+        }
+    }
+    return records;
+}
+
+std::string shown_text(const Configuration &record)
+{
+    std::ostringstream out;
+    ConfigurationSetter().dump(&record, out, "");
+    return out.str();
+}
+
+/// Whether the record holds a negative value of an option that is written unsigned, which no text can say.
+bool is_beyond_text(const Configuration &record)
+{
+    return record.verbosity < 0 || record.theory_euf_dyn_ack_threshold < 0;
+}
+
+TEST(check_text, takes_what_is_shown_of_an_accepted_text_which_then_shows_the_same)
+{
+    Texts texts(17, 12);
+    int shown_same = 0;
+    int beyond = 0;
+    for (int i = 0; i < 1500; ++i) {
+        const std::string text = (i % 10 == 0 ? "verbosity = -1\n" : "") + texts.next();
+        if (!is_accepted(text)) {
+            continue;
+        }
+        for (const Configuration &record : records_of(text)) {
+            const std::string shown = shown_text(record);
+            const bool is_sayable = !is_beyond_text(record);
+            EXPECT_EQ(has_error(check_text("shown", shown)), !is_sayable) << text;
+            if (is_sayable) {
+                EXPECT_EQ(shown_text(records_of(shown).front()), shown) << text;
+            }
+            ++(is_sayable ? shown_same : beyond);
+        }
+    }
+    EXPECT_GT(shown_same, 500);
+    EXPECT_GT(beyond, 10);
+}
+
 TEST(check_text, gives_findings_by_line_and_column_each_once)
 {
     Texts texts(1, 4);
