@@ -8,16 +8,11 @@ namespace dalvo::tools {
 
 namespace {
 
-bool is_space(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 /// The offset of the first "#" that looks as if it were to start a comment; npos when there is none.
 std::size_t comment_start(std::string_view value)
 {
     std::size_t at = value.find('#');
-    while (at != std::string_view::npos && at > 0 && !is_space(value[at - 1])) {
+    while (at != std::string_view::npos && at > 0 && !str::is_space(value[at - 1])) {
         at = value.find('#', at + 1);
     }
     return at;
@@ -78,7 +73,7 @@ private:
     {
         const std::string_view whole = text.assignments[position].value;
         const std::size_t start = comment_start(whole);
-        if (is_quoted(str::stripped(whole.substr(0, start), is_space))) {
+        if (is_quoted(str::stripped(whole.substr(0, start), str::is_space))) {
             text.mark_value(position, Problem::quoted_value);
         }
         mark_comment(position, start);

@@ -93,14 +93,9 @@ std::string values_function()
 /// What `complete` is told of a value.
 std::string value_arguments(const CompletionValue &value)
 {
-    std::string words;
     switch (value.kind) {
     case Kind::unknown: break;
-    case Kind::words:
-        for (const CompletionWord &word : value.words) {
-            words += (words.empty() ? "" : " ") + word.text;
-        }
-        return " -a " + fish_quoted(words);
+    case Kind::words: return " -a " + fish_quoted(texts_of(value.words));
     case Kind::files: return " -F";
     case Kind::presets: return " -a '(__dalvo_config_presets)'";
     case Kind::options: return " -a '(__dalvo_config_options)'";

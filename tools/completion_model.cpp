@@ -181,4 +181,13 @@ std::string shell_quoted(const std::string &text)
     return quoted + "'";
 }
 
+std::string texts_of(const std::vector<CompletionWord> &words)
+{
+    std::string texts;
+    for (const CompletionWord &word : words) {
+        texts += (texts.empty() ? "" : " ") + word.text;
+    }
+    return texts;
+}
+
 } // namespace dalvo::tools

@@ -84,6 +84,9 @@ std::vector<ListedValues> listed_values();
 /// `text` in single quotes, as sh, bash and zsh read it.
 std::string shell_quoted(const std::string &text);
 
+/// The texts of the words, with a blank between them.
+std::string texts_of(const std::vector<CompletionWord> &words);
+
 // The scripts.
 std::string bash_completion(const CompletionModel &model);
 std::string fish_completion(const CompletionModel &model);

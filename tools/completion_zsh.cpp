@@ -76,14 +76,9 @@ std::string array(const std::string &name, const std::vector<CompletionWord> &wo
 /// What stands behind "MESSAGE:" in an argument of _arguments.
 std::string action(const CompletionValue &value)
 {
-    std::string words;
     switch (value.kind) {
     case Kind::unknown: break;
-    case Kind::words:
-        for (const CompletionWord &word : value.words) {
-            words += (words.empty() ? "" : " ") + word.text;
-        }
-        return "(" + words + ")";
+    case Kind::words: return "(" + texts_of(value.words) + ")";
     case Kind::files: return "_files";
     case Kind::presets: return "{_describe -t presets preset _dalvo_config_presets}";
     case Kind::options: return "{_describe -t solver-options option _dalvo_config_options}";

@@ -10,12 +10,6 @@ namespace dalvo {
 
 namespace {
 
-/// The white space of the format: what isspace accepts in the "C" locale, whatever locale the host has set.
-bool is_space(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 /// Reads a stream line by line. A failure of the stream ends the text, whichever exceptions its owner has asked it for;
 /// but memory that runs out inside the stream is thrown on, since the text would otherwise end unnoticed.
 class LineSource {
@@ -55,7 +49,7 @@ private:
 /// The part of `line` from offset `begin` to before `end`, stripped.
 TextPiece piece(std::string_view line, std::size_t begin, std::size_t end)
 {
-    const std::string_view part = str::stripped(line.substr(begin, end - begin), is_space);
+    const std::string_view part = str::stripped(line.substr(begin, end - begin), str::is_space);
     return {part, static_cast<std::size_t>(part.data() - line.data()) + 1};
 }
 

@@ -31,6 +31,12 @@ template <class Predicate> std::string_view stripped(std::string_view s, Predica
     return s;
 }
 
+/// The white space of configuration texts: what isspace accepts in the "C" locale, whatever locale the host has set.
+constexpr bool is_space(char c) noexcept
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
 class TokenizerBase;
 
 /// Where a tokenizer stands: the tokenizer and the byte offset of a token in its text; the offset npos is the end.
