@@ -88,6 +88,21 @@ TEST(hash, is_a_sum_of_powers_of_5_over_random_keys)
     }
 }
 
+TEST(hash, is_a_sum_of_powers_of_5_with_the_greatest_and_the_least_character_anywhere)
+{
+    for (std::size_t size = 1; size <= 25; ++size) {
+        for (const char usual : {'\x01', '\x7f', '\x80', '\xff'}) {
+            for (const char other : {'\x01', '\x7f', '\x80', '\xff', '\0'}) {
+                for (std::size_t at = 0; at < size; ++at) {
+                    std::string key(size, usual);
+                    key[at] = other;
+                    ASSERT_EQ(hash_of(key), sum_of_powers(key)) << testing::PrintToString(key);
+                }
+            }
+        }
+    }
+}
+
 TEST(hash, is_equal_for_keys_that_differ_behind_a_nul)
 {
     EXPECT_EQ(hash_of("a"), hash_of("a\0b"s));
