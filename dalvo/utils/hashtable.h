@@ -1,10 +1,13 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <new>
 #include <vector>
 
 #include "dalvo/utils/nodepool.h"
+#include "dalvo/utils/prefetch.h"
 #include "dalvo/utils/primes.h"
 
 namespace dalvo::hsh {
@@ -62,14 +65,12 @@ public:
 
     ~Hashtable()
     {
-        for (Bucket *head : buckets_) {
-            while (head != nullptr) {
-                Bucket *const node = head;
-                head = node->next_;
+        for_each_batch(buckets_, [&](const Batch &batch) {
+            for (Bucket *node : batch) {
                 node->value_.~Element();
                 pool.give_back(node);
             }
-        }
+        });
     }
 
     /// The element with the key of `candidate`; a copy of `candidate` is inserted when there is none. Every call first
@@ -77,7 +78,7 @@ public:
     /// does std::bad_alloc; `count()` and what the chains hold is then what it was.
     Element &find_or_insert(const Element &candidate)
     {
-        if (is_crowded()) {
+        if (crowded) {
             grow();
         }
         const Key &key = get_key(candidate);
@@ -91,6 +92,7 @@ public:
         node->next_ = head;
         head = node;
         ++count_;
+        crowded = is_crowded();
         return node->value_;
     }
 
@@ -109,19 +111,68 @@ private:
 
     std::uint64_t bucket_of(const Key &key) const { return hash(key) % buckets_.size(); }
 
-    void grow()
+    // Out of line: a look-up that is short lets the next one begin while the processor waits for memory.
+    [[gnu::noinline]] void grow()
     {
         std::vector<Bucket *> old(next_bucket_count(buckets_.size()), nullptr);
         old.swap(buckets_);
-        for (Bucket *head : old) {
-            while (head != nullptr) {
-                Bucket *const node = head;
-                head = node->next_;
-                Bucket *&new_head = buckets_[bucket_of(get_key(node->value_))];
-                node->next_ = new_head;
-                new_head = node;
+        for_each_batch(old, [&](const Batch &batch) {
+            Bucket **heads[Batch::capacity];
+            Bucket ***head = heads;
+            for (const Bucket *node : batch) {
+                *head = &buckets_[bucket_of(get_key(node->value_))];
+                prefetch(*head++);
+            }
+            head = heads;
+            for (Bucket *node : batch) {
+                node->next_ = **head;
+                **head++ = node;
+            }
+        });
+        crowded = is_crowded();
+    }
+
+    /// Some nodes, in the order of buckets and chains, their keys on the way into the caches.
+    class Batch {
+    public:
+        static constexpr std::size_t capacity = 32;
+
+        bool is_full() const noexcept { return size == capacity; }
+        void push_back(Bucket *node) noexcept { nodes[size++] = node; }
+        void clear() noexcept { size = 0; }
+        Bucket *const *begin() const noexcept { return nodes; }
+        Bucket *const *end() const noexcept { return nodes + size; }
+
+    private:
+        Bucket *nodes[capacity];
+        std::size_t size = 0;
+    };
+
+    /// Hands all nodes to `use`, in the order of buckets and chains, batch by batch: in a large table nothing that a
+    /// node needs is in the caches, and fetching it for many nodes at once takes little longer than for one. `use` may
+    /// end the elements and link the nodes anew.
+    template <class Use> static void for_each_batch(const std::vector<Bucket *> &heads, Use use)
+    {
+        Batch batch;
+        const auto use_up = [&] {
+            for (const Bucket *node : batch) {
+                prefetch_key(GetKey()(node->value_));
+            }
+            use(batch);
+            batch.clear();
+        };
+        for (std::size_t i = 0; i < heads.size(); ++i) {
+            prefetch(heads[std::min(i + Batch::capacity, heads.size() - 1)]);
+            for (Bucket *node = heads[i]; node != nullptr;) {
+                Bucket *const next = node->next_;
+                batch.push_back(node);
+                if (batch.is_full()) {
+                    use_up();
+                }
+                node = next;
             }
         }
+        use_up();
     }
 
     Bucket *new_node(const Element &candidate)
@@ -142,6 +193,7 @@ private:
     Equal equal;
     std::vector<Bucket *> buckets_;
     std::uint64_t count_ = 0;
+    bool crowded = false; // is_crowded(), computed where it changes
 };
 
 } // namespace dalvo::hsh

@@ -238,4 +238,26 @@ TEST(hash_map_destructor, ends_elements_bucket_by_bucket_from_head_to_tail)
     EXPECT_EQ(ended, std::vector<int>({31, 0, 62, 2, 67, 36, 5, 30}));
 }
 
+TEST(hash_map_destructor, ends_many_elements_in_the_order_in_which_the_chains_show_them)
+{
+    std::vector<int> ended;
+    std::vector<int> shown;
+    {
+        HashMap<int, Mourned, IntHash> map;
+        for (int i = 0; i < 300; ++i) {
+            const int key = i % 3 == 0 ? 643 * i : i; // every third in one long chain
+            Mourned &value = map[key];
+            value.number = key;
+            value.ended = &ended;
+        }
+        for (const auto *node : map.table().buckets()) {
+            for (; node != nullptr; node = node->next()) {
+                shown.push_back(node->value().first);
+            }
+        }
+    }
+    EXPECT_EQ(shown.size(), 300U);
+    EXPECT_EQ(ended, shown);
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include "dalvo/utils/hashmap.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -267,6 +268,27 @@ TEST(hash_map, has_newer_before_older_until_growth_turns_a_chain_over)
     map["w"];
     EXPECT_EQ(chain(), "wabcdefghijklmnopqrstuv");
     EXPECT_EQ(map["k"], 'k');
+}
+
+TEST(hash_map, turns_a_long_chain_over_at_each_growth)
+{
+    HashMap<std::string, int, AlwaysSeven> map;
+    std::vector<std::string> expected;
+    for (int i = 0; i < 230; ++i) {
+        if (i == 22 || i == 52 || i == 106 || i == 220) {
+            std::reverse(expected.begin(), expected.end());
+        }
+        const std::string key = std::to_string(i);
+        expected.insert(expected.begin(), key);
+        map[key] = i;
+        std::vector<std::string> chain;
+        for (const auto *node = map.table().buckets()[7]; node != nullptr; node = node->next()) {
+            chain.push_back(node->value().first);
+            EXPECT_EQ(std::to_string(node->value().second), node->value().first);
+        }
+        ASSERT_EQ(chain, expected) << i;
+    }
+    EXPECT_EQ(map.table().buckets().size(), 643U);
 }
 
 /// The map's chains by another way: lists of keys, made anew from what growth is to do.
