@@ -1,10 +1,13 @@
 #include <locale>
 #include <sstream>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "dalvo/configuration/appliedoptions.h"
 #include "dalvo/configuration/configurationsetter.h"
 #include "dalvo/configuration/ranges.h"
+#include "dalvo/options/optionname.h"
 #include "dalvo/utils/str.h"
 
 // The application of options: 136 reads in a fixed order, later ones over earlier ones. One sequence of rows serves the
@@ -32,19 +35,19 @@ std::vector<std::string> log_sections(const std::string &text)
 }
 
 /// The options that an inner DPLL engine shares with the main one.
-template <class Visitor> void inner_dpll(Visitor &v, const std::string &prefix, DpllSettings &d)
+template <class Visitor> void inner_dpll(Visitor &v, std::string_view prefix, DpllSettings &d)
 {
-    v.integer(prefix + "restart_strategy",                        d.restart_strategy, at_most(3));
-    v.real(   prefix + "restart_geometric_factor",                d.restart_geometric_factor);
-    v.integer(prefix + "restart_initial",                         d.restart_initial);
-    v.real(   prefix + "branching_random_frequency",              d.branching_random_frequency, at_most(1.0F));
-    v.integer(prefix + "branching_initial_phase",                 d.branching_initial_phase, at_most(2));
-    v.integer(prefix + "branching_cache_phase",                   d.branching_cache_phase, at_most(2));
-    v.boolean(prefix + "branching_random_invalidate_phase_cache", d.branching_random_invalidate_phase_cache);
-    v.boolean(prefix + "branching_random_ignore_polarity",        d.branching_random_ignore_polarity);
-    v.boolean(prefix + "ghost_filtering",                         d.ghost_filtering);
-    v.boolean(prefix + "glucose_var_activity",                    d.glucose_var_activity);
-    v.boolean(prefix + "glucose_learnt_minimization",             d.glucose_learnt_minimization);
+    v.integer({prefix, "restart_strategy"},                        d.restart_strategy, at_most(3));
+    v.real(   {prefix, "restart_geometric_factor"},                d.restart_geometric_factor);
+    v.integer({prefix, "restart_initial"},                         d.restart_initial);
+    v.real(   {prefix, "branching_random_frequency"},              d.branching_random_frequency, at_most(1.0F));
+    v.integer({prefix, "branching_initial_phase"},                 d.branching_initial_phase, at_most(2));
+    v.integer({prefix, "branching_cache_phase"},                   d.branching_cache_phase, at_most(2));
+    v.boolean({prefix, "branching_random_invalidate_phase_cache"}, d.branching_random_invalidate_phase_cache);
+    v.boolean({prefix, "branching_random_ignore_polarity"},        d.branching_random_ignore_polarity);
+    v.boolean({prefix, "ghost_filtering"},                         d.ghost_filtering);
+    v.boolean({prefix, "glucose_var_activity"},                    d.glucose_var_activity);
+    v.boolean({prefix, "glucose_learnt_minimization"},             d.glucose_learnt_minimization);
 }
 
 template <class Visitor> void debug(Visitor &v, Configuration &c)
@@ -265,8 +268,9 @@ class Filling {
 public:
     explicit Filling(const OptionParser &parser) : options(parser) {}
 
-    template <class Effect = NoEffect> void boolean(const std::string &name, bool &field, Effect effect = {})
+    template <class Effect = NoEffect> void boolean(const OptionName &row, bool &field, Effect effect = {})
     {
+        const std::string &name = spell(row);
         bool value = false;
         if (options.get_bool_option(name, &value)) {
             field = value;
@@ -274,8 +278,9 @@ public:
         }
     }
 
-    void integer(const std::string &name, std::int32_t &field, IntRange range = {})
+    void integer(const OptionName &row, std::int32_t &field, IntRange range = {})
     {
+        const std::string &name = spell(row);
         std::int32_t value = 0;
         if (options.get_int_option(name, &value)) {
             check(name, value, range);
@@ -285,8 +290,9 @@ public:
 
     /// Stores before it tests: a value out of range is left in the field.
     template <class Effect>
-    void integer_stored_first(const std::string &name, std::int32_t &field, IntRange range, Effect effect)
+    void integer_stored_first(const OptionName &row, std::int32_t &field, IntRange range, Effect effect)
     {
+        const std::string &name = spell(row);
         std::int32_t value = 0;
         if (options.get_int_option(name, &value)) {
             field = value;
@@ -295,8 +301,9 @@ public:
         }
     }
 
-    void real(const std::string &name, double &field, FloatRange range = {})
+    void real(const OptionName &row, double &field, FloatRange range = {})
     {
+        const std::string &name = spell(row);
         float value = 0.0F;
         if (options.get_float_option(name, &value)) {
             check(name, value, range);
@@ -304,16 +311,18 @@ public:
         }
     }
 
-    void text(const std::string &name, std::string &field)
+    void text(const OptionName &row, std::string &field)
     {
+        const std::string &name = spell(row);
         std::string value;
         if (options.get_str_option(name, &value)) {
             field = value;
         }
     }
 
-    template <class Split> void list(const std::string &name, std::vector<std::string> &field, Split split)
+    template <class Split> void list(const OptionName &row, std::vector<std::string> &field, Split split)
     {
+        const std::string &name = spell(row);
         std::string value;
         if (options.get_str_option(name, &value)) {
             field = split(value);
@@ -329,6 +338,7 @@ private:
     }
 
     const OptionParser &options;
+    NameSpeller spell;
 };
 
 /// Lists the rows; reads and stores nothing.
@@ -336,33 +346,36 @@ class Listing {
 public:
     std::vector<AppliedOption> rows;
 
-    template <class Effect = NoEffect> void boolean(const std::string &name, bool &, Effect = {})
+    template <class Effect = NoEffect> void boolean(const OptionName &row, bool &, Effect = {})
     {
-        rows.push_back({name, OPT_BOOL, {}});
+        rows.push_back({spell(row), OPT_BOOL, {}});
     }
 
-    void integer(const std::string &name, std::int32_t &, IntRange range = {})
+    void integer(const OptionName &row, std::int32_t &, IntRange range = {})
     {
-        rows.push_back({name, OPT_INT, range});
+        rows.push_back({spell(row), OPT_INT, range});
     }
 
     template <class Effect>
-    void integer_stored_first(const std::string &name, std::int32_t &field, IntRange range, Effect)
+    void integer_stored_first(const OptionName &row, std::int32_t &field, IntRange range, Effect)
     {
-        integer(name, field, range);
+        integer(row, field, range);
     }
 
-    void real(const std::string &name, double &, FloatRange range = {})
+    void real(const OptionName &row, double &, FloatRange range = {})
     {
-        rows.push_back({name, OPT_FLOAT, range});
+        rows.push_back({spell(row), OPT_FLOAT, range});
     }
 
-    void text(const std::string &name, std::string &) { rows.push_back({name, OPT_STR, {}}); }
+    void text(const OptionName &row, std::string &) { rows.push_back({spell(row), OPT_STR, {}}); }
 
-    template <class Split> void list(const std::string &name, std::vector<std::string> &, Split)
+    template <class Split> void list(const OptionName &row, std::vector<std::string> &, Split)
     {
-        rows.push_back({name, OPT_STR, {}});
+        rows.push_back({spell(row), OPT_STR, {}});
     }
+
+private:
+    NameSpeller spell;
 };
 
 } // namespace

@@ -1,6 +1,10 @@
 #include "dalvo/configuration/configurationsetter.h"
 
 #include <ostream>
+#include <string>
+#include <string_view>
+
+#include "dalvo/options/optionname.h"
 
 // The settings of a record, written out: 127 entries in a fixed order. Four fields are printed unsigned on purpose.
 
@@ -16,42 +20,43 @@ public:
     {
     }
 
-    void boolean(const std::string &name, bool value) const { printer(out, name, value); }
-    void integer(const std::string &name, std::int32_t value) const { printer(out, name, static_cast<int>(value)); }
-    void natural(const std::string &name, std::int32_t value) const
+    void boolean(const OptionName &row, bool value) { printer(out, spell(row), value); }
+    void integer(const OptionName &row, std::int32_t value) { printer(out, spell(row), static_cast<int>(value)); }
+    void natural(const OptionName &row, std::int32_t value)
     {
-        printer(out, name, static_cast<unsigned int>(value));
+        printer(out, spell(row), static_cast<unsigned int>(value));
     }
-    void real(const std::string &name, double value) const { printer(out, name, value); }
-    void text(const std::string &name, const std::string &value) const { printer(out, name, value); }
+    void real(const OptionName &row, double value) { printer(out, spell(row), value); }
+    void text(const OptionName &row, const std::string &value) { printer(out, spell(row), value); }
 
-    template <class T> void boolean(const std::string &, T) const = delete;
-    template <class T> void integer(const std::string &, T) const = delete;
-    template <class T> void natural(const std::string &, T) const = delete;
-    template <class T> void real(const std::string &, T) const = delete;
+    template <class T> void boolean(const OptionName &, T) = delete;
+    template <class T> void integer(const OptionName &, T) = delete;
+    template <class T> void natural(const OptionName &, T) = delete;
+    template <class T> void real(const OptionName &, T) = delete;
 
 private:
     std::ostream &out;
     const ConfigurationSetter::ConfigEntryPrinter &printer;
+    NameSpeller spell;
 };
 
 /// The options that an inner DPLL engine shares with the main one.
-void inner_dpll(const Entries &put, const std::string &prefix, const DpllSettings &d)
+void inner_dpll(Entries &put, std::string_view prefix, const DpllSettings &d)
 {
-    put.integer(prefix + "restart_strategy",                        d.restart_strategy);
-    put.integer(prefix + "restart_initial",                         d.restart_initial);
-    put.real(   prefix + "restart_geometric_factor",                d.restart_geometric_factor);
-    put.real(   prefix + "branching_random_frequency",              d.branching_random_frequency);
-    put.integer(prefix + "branching_initial_phase",                 d.branching_initial_phase);
-    put.integer(prefix + "branching_cache_phase",                   d.branching_cache_phase);
-    put.boolean(prefix + "branching_random_invalidate_phase_cache", d.branching_random_invalidate_phase_cache);
-    put.boolean(prefix + "branching_random_ignore_polarity",        d.branching_random_ignore_polarity);
-    put.boolean(prefix + "ghost_filtering",                         d.ghost_filtering);
-    put.boolean(prefix + "glucose_var_activity",                    d.glucose_var_activity);
-    put.boolean(prefix + "glucose_learnt_minimization",             d.glucose_learnt_minimization);
+    put.integer({prefix, "restart_strategy"},                        d.restart_strategy);
+    put.integer({prefix, "restart_initial"},                         d.restart_initial);
+    put.real(   {prefix, "restart_geometric_factor"},                d.restart_geometric_factor);
+    put.real(   {prefix, "branching_random_frequency"},              d.branching_random_frequency);
+    put.integer({prefix, "branching_initial_phase"},                 d.branching_initial_phase);
+    put.integer({prefix, "branching_cache_phase"},                   d.branching_cache_phase);
+    put.boolean({prefix, "branching_random_invalidate_phase_cache"}, d.branching_random_invalidate_phase_cache);
+    put.boolean({prefix, "branching_random_ignore_polarity"},        d.branching_random_ignore_polarity);
+    put.boolean({prefix, "ghost_filtering"},                         d.ghost_filtering);
+    put.boolean({prefix, "glucose_var_activity"},                    d.glucose_var_activity);
+    put.boolean({prefix, "glucose_learnt_minimization"},             d.glucose_learnt_minimization);
 }
 
-void general(const Entries &put, const Configuration &c)
+void general(Entries &put, const Configuration &c)
 {
     put.natural("verbosity",             c.verbosity);
     put.boolean("proof_generation",      c.proof_generation);
@@ -62,7 +67,7 @@ void general(const Entries &put, const Configuration &c)
     put.integer("random_seed",           c.random_seed);
 }
 
-void debug(const Entries &put, const Configuration &c)
+void debug(Entries &put, const Configuration &c)
 {
     put.integer("debug.api_call_trace",             c.debug_api_call_trace);
     put.text(   "debug.api_call_trace_filename",    c.debug_api_call_trace_filename);
@@ -71,14 +76,14 @@ void debug(const Entries &put, const Configuration &c)
     put.boolean("debug.solver_enabled",             c.debug_solver_enabled);
 }
 
-void printer(const Entries &put, const Configuration &c)
+void printer(Entries &put, const Configuration &c)
 {
     put.integer("printer.bv_number_format", c.printer_bv_number_format);
     put.integer("printer.fp_number_format", c.printer_fp_number_format);
     put.text(   "printer.defines_prefix",   c.printer_defines_prefix);
 }
 
-void preprocessor(const Entries &put, const Configuration &c)
+void preprocessor(Entries &put, const Configuration &c)
 {
     put.boolean("preprocessor.toplevel_propagation",          c.preprocessor_toplevel_propagation);
     put.integer("preprocessor.toplevel_propagation_limit",    c.preprocessor_toplevel_propagation_limit);
@@ -89,7 +94,7 @@ void preprocessor(const Entries &put, const Configuration &c)
     put.boolean("preprocessor.partial_nnf_conversion",        c.preprocessor_partial_nnf_conversion);
 }
 
-void dpll(const Entries &put, const Configuration &c)
+void dpll(Entries &put, const Configuration &c)
 {
     put.integer("dpll.restart_strategy",                          c.dpll.restart_strategy);
     put.integer("dpll.restart_initial",                           c.dpll.restart_initial);
@@ -117,7 +122,7 @@ void dpll(const Entries &put, const Configuration &c)
     put.boolean("dpll.preprocessor.try_reelimination",            c.dpll.preprocessor_try_reelimination);
 }
 
-void theory(const Entries &put, const Configuration &c)
+void theory(Entries &put, const Configuration &c)
 {
     put.boolean("theory.eq_propagation",         c.theory_eq_propagation);
     put.integer("theory.interface_eq_policy",    c.theory_interface_eq_policy);
@@ -125,7 +130,7 @@ void theory(const Entries &put, const Configuration &c)
     put.boolean("theory.pure_literal_filtering", c.theory_pure_literal_filtering);
 }
 
-void euf(const Entries &put, const Configuration &c)
+void euf(Entries &put, const Configuration &c)
 {
     put.boolean("theory.euf.enabled",           c.theory_euf_enabled);
     put.integer("theory.euf.dyn_ack",           c.theory_euf_dyn_ack);
@@ -133,7 +138,7 @@ void euf(const Entries &put, const Configuration &c)
     put.natural("theory.euf.dyn_ack_limit",     c.theory_euf_dyn_ack_limit);
 }
 
-void la(const Entries &put, const Configuration &c)
+void la(Entries &put, const Configuration &c)
 {
     put.boolean("theory.la.enabled",                             c.theory_la_enabled);
     put.boolean("theory.la.split_rat_eq",                        c.theory_la_split_rat_eq);
@@ -153,7 +158,7 @@ void la(const Entries &put, const Configuration &c)
     put.integer("theory.la.interpolation_mode",                  c.theory_la_interpolation_mode);
 }
 
-void bv(const Entries &put, const Configuration &c)
+void bv(Entries &put, const Configuration &c)
 {
     put.boolean("theory.bv.enabled",              c.theory_bv_enabled);
     put.integer("theory.bv.div_by_zero_mode",     c.theory_bv_div_by_zero_mode);
@@ -165,7 +170,7 @@ void bv(const Entries &put, const Configuration &c)
     inner_dpll(put, "theory.bv.lazydpll.", c.theory_bv_lazydpll);
 }
 
-void arr(const Entries &put, const Configuration &c)
+void arr(Entries &put, const Configuration &c)
 {
     put.boolean("theory.arr.enabled",                c.theory_arr_enabled);
     put.integer("theory.arr.mode",                   c.theory_arr_mode);
@@ -187,7 +192,7 @@ void arr(const Entries &put, const Configuration &c)
     put.boolean("theory.arr.permanent_lemma_inst",   c.theory_arr_permanent_lemma_inst);
 }
 
-void fp(const Entries &put, const Configuration &c)
+void fp(Entries &put, const Configuration &c)
 {
     put.boolean("theory.fp.enabled",                           c.theory_fp_enabled);
     put.integer("theory.fp.minmax_zero_mode",                  c.theory_fp_minmax_zero_mode);
@@ -207,7 +212,8 @@ class ConfigFileEntryPrinter : public ConfigurationSetter::ConfigEntryPrinter {
 public:
     void operator()(std::ostream &out, const std::string &name, bool value) const override
     {
-        put(out, name, value ? "true" : "false");
+        out.width(0);
+        out << name << (value ? " = true\n" : " = false\n"); // most options: an insertion costs as much as its text
     }
     void operator()(std::ostream &out, const std::string &name, int value) const override { put(out, name, value); }
     void operator()(std::ostream &out, const std::string &name, unsigned int value) const override
@@ -235,7 +241,7 @@ ConfigurationSetter::ConfigEntryPrinter::~ConfigEntryPrinter() = default;
 void ConfigurationSetter::dump(const Configuration *cfg, std::ostream &out,
                                const ConfigEntryPrinter &entry_printer) const
 {
-    const Entries put(out, entry_printer);
+    Entries put(out, entry_printer);
     general(put, *cfg);
     debug(put, *cfg);
     printer(put, *cfg);

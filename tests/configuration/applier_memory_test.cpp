@@ -1,8 +1,10 @@
 // The filling of a record when the heap refuses.
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -66,8 +68,25 @@ TEST(update_config_memory, refused_applies_the_rows_before_and_none_after)
         }
         ASSERT_LT(stage, stages.size()) << "allocation " << refused << " leaves the record between two rows";
     }
-    EXPECT_GE(refused, 100U) << "most names need the heap";
+    EXPECT_GE(refused, 10U) << "each long string needs the heap twice";
     EXPECT_EQ(stage, rows.size());
+}
+
+TEST(update_config_memory, asks_the_heap_once_where_no_string_is_stored)
+{
+    FullSetter setter;
+    for (const auto &[name, given] : values_unlike(sentinel_record(0))) {
+        if (std::holds_alternative<bool>(given.stored) || std::holds_alternative<std::int32_t>(given.stored)) {
+            setter.set_option(name, given.text, 0);
+        }
+    }
+    Configuration record;
+    setter.update_config(&record); // creates the unnamed section
+    const HeapWatch watch;
+    HeapWatch::fail_new(2);
+    EXPECT_NO_THROW(setter.update_config(&record));
+    HeapWatch::fail_new(1);
+    EXPECT_THROW(setter.update_config(&record), std::bad_alloc);
 }
 
 } // namespace
