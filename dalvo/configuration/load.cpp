@@ -23,11 +23,9 @@ public:
 
     void assignment(const TextLine &, const TextAssignment &assignment) override
     {
-        const ConfigurationSetter::OptEntry entry{std::string(assignment.name.text),
-                                                  std::string(assignment.value.text), level};
-        current->push_back(entry);
+        current->push_back({std::string(assignment.name.text), std::string(assignment.value.text), level});
         for (Section *section : additional) {
-            section->push_back(entry);
+            section->push_back(current->back());
         }
     }
 
