@@ -1,5 +1,10 @@
 #include "dalvo/configuration/configurationsetter.h"
 
+#include <cstddef>
+#include <string_view>
+
+#include "dalvo/utils/str.h"
+
 // The catalogue of options, in the order of registration. Names and help texts are the users' vocabulary: they stay as
 // they are, to the character, odd ones included.
 //
@@ -11,12 +16,15 @@ namespace dalvo {
 
 namespace {
 
+constexpr std::size_t catalogue_size = 127;
+
 /// The options that an inner DPLL engine shares with the main one.
-void inner_dpll(OptionParser &options, const std::string &prefix, const std::string &engine)
+void inner_dpll(OptionParser &options, std::string_view prefix, std::string_view engine)
 {
-    const auto add = [&](const std::string &name, OptionType type) {
-        options.add_option(prefix + name, type,
-                           "\"dpll." + name + "\" option for the inner DPLL solver used by " + engine + ".");
+    const auto add = [&](std::string_view name, OptionType type) {
+        options.add_option(
+            str::joined({prefix, name}), type,
+            str::joined({"\"dpll.", name, "\" option for the inner DPLL solver used by ", engine, "."}));
     };
     add("restart_strategy",                        OPT_INT);
     add("restart_initial",                         OPT_INT);
@@ -383,6 +391,7 @@ void fp(OptionParser &options)
 
 void ConfigurationSetter::initialize_options()
 {
+    parser.reserve(catalogue_size);
     general(parser);
     debug(parser);
     printer(parser);

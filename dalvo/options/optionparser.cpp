@@ -63,25 +63,34 @@ OptionParser::OptionParser(OptionBoolStyle bool_style) : style(bool_style)
 
 OptionParser::~OptionParser() = default;
 
+void OptionParser::reserve(std::size_t count)
+{
+    by_name.reserve(count);
+}
+
 void OptionParser::set_cur_help_group(const std::string &group)
 {
     help_group = group;
 }
 
-void OptionParser::add_option(const std::string &name, OptionType type, const std::string &help)
+void OptionParser::add_option(std::string name, OptionType type, std::string help)
 {
     if (!is_option_type(type)) {
         throw error("unknown type of option " + name, name, std::to_string(static_cast<int>(type)), "");
     }
-    if (find_option(name) != nullptr) {
-        throw error("option registered twice " + name, name, "", "");
-    }
-    registered.push_back({name, type, help, help_group, Value(), 0});
+    registered.push_back({std::move(name), type, std::move(help), help_group, Value(), 0});
+    Option &added = registered.back();
+    bool is_new = false;
     try {
-        by_name.emplace(registered.back().name, &registered.back());
+        is_new = by_name.emplace(added.name, &added).second;
     } catch (...) {
         registered.pop_back();
         throw;
+    }
+    if (!is_new) {
+        const std::string taken = std::move(added.name);
+        registered.pop_back();
+        throw error("option registered twice " + taken, taken, "", "");
     }
 }
 

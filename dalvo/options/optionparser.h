@@ -75,6 +75,10 @@ public:
     OptionParser &operator=(const OptionParser &) = delete;
     ~OptionParser();
 
+    /// Makes room for `count` options in all (any; a hint), so that registering them does not grow the store by steps.
+    /// Throws std::bad_alloc when memory runs out.
+    void reserve(std::size_t count);
+
     /// Makes `group` (may be empty) the help group of the options registered from now on.
     void set_cur_help_group(const std::string &group);
     const std::string &cur_help_group() const noexcept { return help_group; }
@@ -83,7 +87,7 @@ public:
     /// Throws `error`: "option registered twice " + name when the name is taken, and the first stands;
     /// "unknown type of option " + name when `type` is none of the enumerators, with the code as the value's text.
     /// Throws std::bad_alloc when memory runs out. After a throw the store is what it was.
-    void add_option(const std::string &name, OptionType type, const std::string &help);
+    void add_option(std::string name, OptionType type, std::string help);
 
     /// Gives option `name` the value that `value` says in its type's syntax (see valuetext.h), and keeps `level` (any)
     /// with it. The later of two calls wins, whatever their levels.

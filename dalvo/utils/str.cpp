@@ -9,6 +9,20 @@ std::string strip(const std::string &s, int (*predicate)(int))
     return std::string(stripped(s, [&](char c) { return predicate(static_cast<signed char>(c)) != 0; }));
 }
 
+std::string joined(std::initializer_list<std::string_view> parts)
+{
+    std::size_t size = 0;
+    for (const std::string_view part : parts) {
+        size += part.size();
+    }
+    std::string whole;
+    whole.reserve(size);
+    for (const std::string_view part : parts) {
+        whole += part;
+    }
+    return whole;
+}
+
 const std::string &TokenPosition::operator*() const
 {
     return tokenizer->cur_token();

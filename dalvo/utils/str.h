@@ -2,11 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
 
-/// Trimming and splitting of byte strings.
+/// Trimming, splitting and joining of byte strings.
 ///
 /// Example:
 ///     const std::string line = "name = a = b";
@@ -30,6 +31,9 @@ template <class Predicate> std::string_view stripped(std::string_view s, Predica
     }
     return s;
 }
+
+/// The parts (any bytes, may be empty) in one string. Throws std::bad_alloc when memory runs out.
+std::string joined(std::initializer_list<std::string_view> parts);
 
 /// The white space of configuration texts: what isspace accepts in the "C" locale, whatever locale the host has set.
 constexpr bool is_space(char c) noexcept

@@ -25,6 +25,7 @@ using dalvo::testing::load_text;
 using dalvo::testing::Sections;
 using dalvo::testing::sections_from;
 using dalvo::testing::sections_of;
+using dalvo::testing::sentinel_record;
 
 /// Runs `action` with the n-th allocation failing; whether it threw std::bad_alloc.
 template <class Action> bool fails_at(std::size_t n, Action action)
@@ -45,6 +46,33 @@ const char *const long_text = "# the first setting of the unnamed section\n"
                               "[a section that needs memory of its own, another section that needs memory of its own]\n"
                               "another.name.that.needs.memory.of.its.own = another value that needs memory\n"
                               "a.third.name.that.needs.memory.of.its.own\n";
+
+TEST(configurationsetter_memory, is_asked_for_in_proportion_to_the_options)
+{
+    ConfigurationSetter setter;
+    EXPECT_FALSE(fails_at(4 * 127, [&] { setter.initialize_options(); }));
+    std::ostringstream text;
+    const Configuration record = sentinel_record(0);
+    setter.dump(&record, text, "");
+    EXPECT_FALSE(fails_at(127 + 20, [&] { load_text(setter, text.str()); })) << "the names";
+}
+
+TEST(configurationsetter_memory, is_asked_for_at_most_three_times_a_line_however_long_the_names_are)
+{
+    for (const std::size_t length : {1, 15, 16, 1000, 100000}) {
+        std::string text;
+        constexpr std::size_t lines = 1000;
+        for (std::size_t i = 0; i < lines; ++i) {
+            const std::string number = std::to_string(i);
+            text += i % 10 == 0 ? "[" + std::string(length, 's') + number + "]\n"
+                                : std::string(length, 'n') + number + " = " + std::string(length, 'v') + "\n";
+        }
+        std::istringstream in(text);
+        ConfigurationSetter setter;
+        EXPECT_FALSE(fails_at(3 * lines, [&] { setter.load(in, 0); })) << length;
+        EXPECT_EQ(setter.sections().table().count(), 101U) << length;
+    }
+}
 
 TEST(configurationsetter_memory, destroys_what_a_constructor_had_built_when_it_fails)
 {

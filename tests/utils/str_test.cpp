@@ -16,6 +16,7 @@ namespace {
 
 using namespace std::string_literals;
 using dalvo::str::get_tokenizer;
+using dalvo::str::joined;
 using dalvo::str::strip;
 using dalvo::str::Tokenizer;
 using dalvo::str::TokenizerBase;
@@ -131,6 +132,21 @@ TEST(strip, looks_at_the_end_first_and_no_further_than_it_must)
     seen.clear();
     EXPECT_EQ(strip("   ", note_and_hold_for_space), "");
     EXPECT_EQ(seen, std::vector<int>({' ', ' ', ' '})) << "what the end has lost is not looked at from the start";
+}
+
+TEST(joined, has_the_parts_in_their_order)
+{
+    EXPECT_EQ(joined({}), "");
+    EXPECT_EQ(joined({""}), "");
+    EXPECT_EQ(joined({"a"}), "a");
+    EXPECT_EQ(joined({"a", "", "bc", "a"}), "abca");
+    EXPECT_EQ(joined({std::string_view("\0\xff", 2), std::string_view("\0", 1)}), "\0\xff\0"s);
+}
+
+TEST(joined, takes_no_more_memory_than_it_needs)
+{
+    const std::string part(100, 'x');
+    EXPECT_EQ(joined({part, part, part}).capacity(), 300U);
 }
 
 // ---- tokenizer ----
