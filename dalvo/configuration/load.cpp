@@ -23,6 +23,9 @@ public:
 
     void assignment(const TextLine &, const TextAssignment &assignment) override
     {
+        if (current->capacity() == 0) {
+            current->reserve(usual_entries);
+        }
         current->push_back({std::string(assignment.name.text), std::string(assignment.value.text), level});
         for (Section *section : additional) {
             section->push_back(current->back());
@@ -37,6 +40,8 @@ public:
 
 private:
     using Section = std::vector<ConfigurationSetter::OptEntry>;
+
+    static constexpr std::size_t usual_entries = 4; // an assignment rarely stands alone in its section
 
     /// Makes the sections, created where they are new, the additional ones.
     void open(const std::vector<TextPiece> &names)
