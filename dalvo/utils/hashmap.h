@@ -48,7 +48,7 @@ public:
     Value &operator[](const Key &key)
     {
         const Element candidate(key, Value());
-        return table_.find_or_insert(candidate).second;
+        return table_.find_or_insert(key, candidate).second;
     }
 
     /// The table underneath, to be read.

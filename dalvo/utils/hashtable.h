@@ -73,15 +73,15 @@ public:
         });
     }
 
-    /// The element with the key of `candidate`; a copy of `candidate` is inserted when there is none. Every call first
-    /// grows the table when it is more than 0.7 full. What the copy constructor of Element throws passes through, as
-    /// does std::bad_alloc; `count()` and what the chains hold is then what it was.
-    Element &find_or_insert(const Element &candidate)
+    /// The element with key `key`; a copy of `candidate`, whose key is equal, is inserted when there is none. Give `key`
+    /// from elsewhere where you can: bytes that were just written are slow to read. Every call first grows the table
+    /// when it is more than 0.7 full. What the copy constructor of Element throws passes through, as does
+    /// std::bad_alloc; `count()` and what the chains hold is then what it was.
+    Element &find_or_insert(const Key &key, const Element &candidate)
     {
         if (crowded) {
             grow();
         }
-        const Key &key = get_key(candidate);
         Bucket *&head = buckets_[bucket_of(key)];
         for (Bucket *node = head; node != nullptr; node = node->next_) {
             if (equal(get_key(node->value_), key)) {

@@ -396,12 +396,12 @@ TEST(hash_table, inserts_a_copy_once_and_finds_it)
 {
     Hashtable<int, Itself, int, Number, std::equal_to<int>> table(1, 2.0F, 8192);
     const int candidate = 5;
-    int &stored = table.find_or_insert(candidate);
+    int &stored = table.find_or_insert(candidate, candidate);
     EXPECT_NE(&stored, &candidate);
     EXPECT_EQ(stored, 5);
-    EXPECT_EQ(&table.find_or_insert(5), &stored);
+    EXPECT_EQ(&table.find_or_insert(5, 5), &stored);
     EXPECT_EQ(table.count(), 1U);
-    table.find_or_insert(36); // the same bucket
+    table.find_or_insert(36, 36); // the same bucket
     const auto *const head = table.buckets()[5];
     ASSERT_NE(head, nullptr);
     EXPECT_EQ(head->value(), 36);
@@ -415,10 +415,10 @@ TEST(hash_table, finds_an_element_by_a_reference_to_itself_while_it_grows)
     Hashtable<int, Itself, int, Number, std::equal_to<int>> table(16, 2.0F, 8192);
     const int *first = nullptr;
     for (int i = 0; i < 22; ++i) {
-        const int &stored = table.find_or_insert(i);
+        const int &stored = table.find_or_insert(i, i);
         first = first == nullptr ? &stored : first;
     }
-    EXPECT_EQ(&table.find_or_insert(*first), first);
+    EXPECT_EQ(&table.find_or_insert(*first, *first), first);
     EXPECT_EQ(table.buckets().size(), 73U);
 }
 
