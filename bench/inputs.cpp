@@ -174,7 +174,7 @@ void require_assigned(Configuration &record)
     }
 }
 
-InputText make_text(std::size_t lines, const std::vector<std::string> &section_names)
+InputText make_text(std::size_t lines, const std::vector<std::string> &section_names, std::size_t padding)
 {
     std::mt19937_64 random(fixed_seed + lines);
     std::vector<OptionParser::Option> options = catalogue();
@@ -188,8 +188,9 @@ InputText make_text(std::size_t lines, const std::vector<std::string> &section_n
         const std::size_t end = made.assignments * (s + 1) / section_names.size();
         for (std::size_t i = made.assignments * s / section_names.size(); i < end; ++i) {
             const OptionParser::Option &option = options[i % options.size()];
-            section.assignments.emplace_back(option.name, acceptable_value(option, random));
-            made.text += option.name + " = " + section.assignments.back().second + "\n";
+            const std::string name = option.name + std::string(padding, '_');
+            section.assignments.emplace_back(name, acceptable_value(option, random));
+            made.text += name + " = " + section.assignments.back().second + "\n";
         }
         made.sections.push_back(std::move(section));
     }

@@ -51,8 +51,8 @@ struct InputText {
 };
 
 /// `lines` lines of options of the catalogue, headers included, below `section_names`, as evenly as can be. No section
-/// names an option twice before it has named all.
-InputText make_text(std::size_t lines, const std::vector<std::string> &section_names);
+/// names an option twice before it has named all. Each name is followed by `padding` underscores.
+InputText make_text(std::size_t lines, const std::vector<std::string> &section_names, std::size_t padding = 0);
 
 enum class Names {
     spread,   ///< a prefix and hexadecimal digits drawn at random

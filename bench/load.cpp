@@ -7,10 +7,10 @@ namespace dalvo::bench {
 
 namespace {
 
-Case load_case(std::size_t lines, const std::string &shape, std::size_t section_count)
+Case load_case(std::size_t lines, const std::string &shape, std::size_t section_count, std::size_t padding = 0)
 {
-    const auto input =
-        std::make_shared<const InputText>(make_text(lines, make_names(Names::spread, section_count, "fast_", 12)));
+    const auto input = std::make_shared<const InputText>(
+        make_text(lines, make_names(Names::spread, section_count, "fast_", 12), padding));
     Case made;
     made.workload = "load";
     made.name = std::to_string(lines) + " lines, " + shape;
@@ -49,6 +49,10 @@ CaseMakers load_cases(Scale scale)
         cases.push_back([lines] { return load_case(lines, "10 sections", 10); });
         cases.push_back([lines] { return load_case(lines, "a section per 10", lines / 10); });
     }
+    cases.push_back([] {
+        constexpr std::size_t padding = 100; // inih refuses lines of 200 bytes
+        return load_case(1000, "long names", 100, padding);
+    });
     return cases;
 }
 
