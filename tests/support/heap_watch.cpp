@@ -1,6 +1,7 @@
 #include "tests/support/heap_watch.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <iterator>
 #include <new>
@@ -21,16 +22,88 @@ struct Malloc {
     void *block; // null: failed or freed
 };
 
+/// Addresses, each at the first free slot from its own on, and near it, so that no search is long.
+class BlockSet {
+public:
+    /// False where there is no room left.
+    bool insert(void *block) noexcept
+    {
+        void **const slot = find([](const void *held) { return held == nullptr || held == gone(); }, block);
+        if (slot == nullptr) {
+            return false;
+        }
+        *slot = block;
+        ++count;
+        return true;
+    }
+
+    /// A block that was never inserted is none of the set's business.
+    void erase(const void *block) noexcept
+    {
+        void **const slot = find([&](const void *held) { return held == nullptr || held == block; }, block);
+        if (slot != nullptr && *slot == block) {
+            *slot = gone();
+            --count;
+        }
+    }
+
+    std::size_t size() const noexcept { return count; }
+
+private:
+    static void *gone() noexcept
+    {
+        static char mark;
+        return &mark;
+    }
+
+    /// The first slot from that of `block` on whose content `fits`; null when none near does.
+    template <class Fits> void **find(Fits fits, const void *block) noexcept
+    {
+        const std::size_t home = reinterpret_cast<std::uintptr_t>(block) / 16 % std::size(slots);
+        for (std::size_t i = 0; i < reach; ++i) {
+            void **const slot = &slots[(home + i) % std::size(slots)];
+            if (fits(*slot)) {
+                return slot;
+            }
+        }
+        return nullptr;
+    }
+
+    static constexpr std::size_t reach = 256;
+
+    void *slots[8192] = {};
+    std::size_t count = 0;
+};
+
 /// All that is noted, in fixed arrays: nothing here may allocate. What does not fit is not noted.
 struct Notes {
     bool watching = false;
     bool malloc_fails = false;
     std::size_t new_until_failure = 0; // 0: none fails
+    std::size_t until_failure = 0;     // of either kind; 0: none fails
+    bool failure_stays = false;
+    std::size_t failures = 0;
+    bool complete = true;
     Malloc mallocs[64] = {};
     std::size_t malloc_count = 0;
     std::size_t frees[64] = {};
     std::size_t free_count = 0;
-    void *news[256] = {};
+    BlockSet news;
+
+    /// Counts an allocation of either kind; whether it is to fail.
+    bool refuses() noexcept
+    {
+        if (until_failure == 0) {
+            return false;
+        }
+        if (until_failure > 1) {
+            --until_failure;
+            return false;
+        }
+        until_failure = failure_stays ? 1 : 0;
+        ++failures;
+        return true;
+    }
 };
 
 Notes notes;
@@ -40,10 +113,13 @@ void *noted_malloc(std::size_t size)
     if (!notes.watching) {
         return __real_malloc(size);
     }
-    void *const block = notes.malloc_fails ? nullptr : __real_malloc(size);
+    const bool fails = notes.refuses() || notes.malloc_fails;
+    void *const block = fails ? nullptr : __real_malloc(size);
     notes.malloc_fails = false;
     if (notes.malloc_count < std::size(notes.mallocs)) {
         notes.mallocs[notes.malloc_count++] = {size, block};
+    } else {
+        notes.complete = false;
     }
     return block;
 }
@@ -61,18 +137,15 @@ void noted_free(void *block)
 
 void *noted_new(std::size_t size)
 {
-    if (notes.new_until_failure != 0 && --notes.new_until_failure == 0) {
+    if (notes.refuses() || (notes.new_until_failure != 0 && --notes.new_until_failure == 0)) {
         throw std::bad_alloc();
     }
     void *const block = __real_malloc(size != 0 ? size : 1);
     if (block == nullptr) {
         throw std::bad_alloc();
     }
-    if (notes.watching) {
-        void **const slot = std::find(std::begin(notes.news), std::end(notes.news), nullptr);
-        if (slot != std::end(notes.news)) {
-            *slot = block;
-        }
+    if (notes.watching && !notes.news.insert(block)) {
+        notes.complete = false;
     }
     return block;
 }
@@ -80,7 +153,7 @@ void *noted_new(std::size_t size)
 void noted_delete(void *block) noexcept
 {
     if (notes.watching && block != nullptr) {
-        std::replace(std::begin(notes.news), std::end(notes.news), block, static_cast<void *>(nullptr));
+        notes.news.erase(block);
     }
     __real_free(block);
 }
@@ -108,6 +181,17 @@ void HeapWatch::fail_new(std::size_t n) noexcept
     notes.new_until_failure = n;
 }
 
+void HeapWatch::fail_allocation(std::size_t n, bool and_later) noexcept
+{
+    notes.until_failure = n;
+    notes.failure_stays = and_later;
+}
+
+std::size_t HeapWatch::failures() noexcept
+{
+    return notes.failures;
+}
+
 std::vector<std::size_t> HeapWatch::malloc_sizes()
 {
     std::vector<std::size_t> sizes;
@@ -124,8 +208,18 @@ std::vector<std::size_t> HeapWatch::freed()
 
 std::size_t HeapWatch::outstanding_new() noexcept
 {
-    const auto idle = std::count(std::begin(notes.news), std::end(notes.news), nullptr);
-    return std::size(notes.news) - static_cast<std::size_t>(idle);
+    return notes.news.size();
+}
+
+std::size_t HeapWatch::outstanding_malloc() noexcept
+{
+    const auto is_held = [](const Malloc &m) { return m.block != nullptr; };
+    return static_cast<std::size_t>(std::count_if(notes.mallocs, notes.mallocs + notes.malloc_count, is_held));
+}
+
+bool HeapWatch::has_noted_all() noexcept
+{
+    return notes.complete;
 }
 
 } // namespace dalvo::support

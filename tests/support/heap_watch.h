@@ -26,6 +26,13 @@ public:
     /// Makes the n-th `operator new` from now on (at least 1) throw std::bad_alloc. Stays until then, or until 0.
     static void fail_new(std::size_t n) noexcept;
 
+    /// Makes the n-th allocation from now on (at least 1) fail, `malloc` and `operator new` counted together, and with
+    /// `and_later` all that follow it, too. Stays until then, or until 0.
+    static void fail_allocation(std::size_t n, bool and_later = false) noexcept;
+
+    /// How many allocations `fail_allocation` has made fail so far.
+    static std::size_t failures() noexcept;
+
     /// The sizes asked of `malloc` so far, in order, failed calls included.
     static std::vector<std::size_t> malloc_sizes();
 
@@ -34,6 +41,13 @@ public:
 
     /// How many blocks of `operator new` made under this watch are not deleted yet.
     static std::size_t outstanding_new() noexcept;
+
+    /// How many blocks of `malloc` made under this watch are not freed yet.
+    static std::size_t outstanding_malloc() noexcept;
+
+    /// Whether there was room to note each block so far: 64 of `malloc`, some thousands of `operator new` at once. The
+    /// counts of outstanding blocks leave out those that are not noted.
+    static bool has_noted_all() noexcept;
 };
 
 } // namespace dalvo::support

@@ -1,4 +1,4 @@
-// What the nodes of a hash map cost on the heap, and what is left of the map when the heap refuses.
+// What the nodes of a hash map cost on the heap, and what is left of the map when the heap refuses them.
 
 #include "dalvo/utils/hashmap.h"
 
@@ -191,60 +191,6 @@ TEST(node_memory, of_more_bytes_than_can_be_counted_is_not_asked_for)
     EXPECT_THROW(exceeds["a"], std::bad_alloc);
     EXPECT_EQ(exceeds.table().count(), 0U);
     EXPECT_EQ(watch.malloc_sizes().size(), 1U) << "one node more is not asked for";
-}
-
-TEST(hash_map_memory, refused_anywhere_leaves_the_map_as_it_was)
-{
-    const struct {
-        std::size_t stored, steps;
-        const char *why;
-    } rows[] = {
-        {5, 2, "the candidate's key and the node's"},
-        {22, 3, "the bucket array between them"},
-    };
-    for (const auto &row : rows) {
-        std::size_t throws = 0;
-        for (std::size_t n = 1;; ++n) {
-            HeapWatch watch;
-            {
-                Map map;
-                fill(map, row.stored);
-                const Chains before = chains_of(map);
-                const std::string key = numbered(1000);
-                watch.fail_new(n);
-                bool thrown = false;
-                try {
-                    map[key];
-                } catch (const std::bad_alloc &) {
-                    thrown = true;
-                }
-                watch.fail_new(0);
-                if (!thrown) {
-                    break;
-                }
-                ++throws;
-                EXPECT_EQ(map.table().count(), row.stored) << row.why << ", step " << n;
-                if (row.stored < 22 || n < 3) {
-                    EXPECT_EQ(chains_of(map), before) << row.why << ", step " << n;
-                } else {
-                    EXPECT_EQ(map.table().buckets().size(), 73U) << "the table has grown before";
-                }
-                fill(map, row.stored + 1);
-                EXPECT_EQ(map.table().count(), row.stored + 1) << row.why << ", step " << n;
-            }
-            EXPECT_EQ(watch.outstanding_new(), 0U) << row.why << ", step " << n;
-        }
-        EXPECT_EQ(throws, row.steps) << row.why;
-    }
-}
-
-TEST(hash_map_memory, refused_for_the_first_buckets_makes_no_map)
-{
-    HeapWatch watch;
-    watch.fail_new(1);
-    EXPECT_THROW(Map(), std::bad_alloc);
-    EXPECT_EQ(watch.outstanding_new(), 0U);
-    EXPECT_EQ(watch.malloc_sizes(), Sizes());
 }
 
 } // namespace
