@@ -1,7 +1,6 @@
-#include <algorithm>
 #include <cstddef>
-#include <ios>
 #include <new>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -11,19 +10,20 @@
 #include "dalvo/configuration/configurationsetter.h"
 #include "tests/support/heap_watch.h"
 #include "tests/support/records.h"
+#include "tests/support/refusals.h"
 #include "tests/support/sections.h"
 
-// Memory that runs out at each allocation of an operation in turn.
+// What a setter asks of the heap.
 
 namespace {
 
 using dalvo::Configuration;
 using dalvo::ConfigurationSetter;
 using dalvo::support::HeapWatch;
-using dalvo::testing::differing_fields;
 using dalvo::testing::load_text;
+using dalvo::testing::refuse_each;
+using dalvo::testing::report_refused;
 using dalvo::testing::Sections;
-using dalvo::testing::sections_from;
 using dalvo::testing::sections_of;
 using dalvo::testing::sentinel_record;
 
@@ -74,20 +74,25 @@ TEST(configurationsetter_memory, is_asked_for_at_most_three_times_a_line_however
     }
 }
 
-TEST(configurationsetter_memory, destroys_what_a_constructor_had_built_when_it_fails)
-{
-    std::size_t failures = 0;
-    for (bool failed = true; failed; failures += failed ? 1 : 0) {
-        const HeapWatch watch;
-        HeapWatch::fail_new(failures + 1);
-        try {
-            const ConfigurationSetter setter;
-            failed = false;
-        } catch (const std::bad_alloc &) {
-        }
-        EXPECT_EQ(HeapWatch::outstanding_new(), 0U) << "at allocation " << failures + 1;
+struct Making {
+    void act() { setter.emplace(); }
+    void refused()
+    {
+        EXPECT_FALSE(setter.has_value());
+        act();
     }
-    EXPECT_GT(failures, 0U);
+    void done()
+    {
+        EXPECT_EQ(sections_of(*setter), Sections());
+        EXPECT_TRUE(setter->options().options().empty());
+    }
+
+    std::optional<ConfigurationSetter> setter;
+};
+
+TEST(configurationsetter_memory, refused_to_a_constructor_makes_no_setter)
+{
+    EXPECT_GE(report_refused(refuse_each<Making>()), 2U);
 }
 
 TEST(configurationsetter_memory, frees_all_that_it_filed)
@@ -105,86 +110,6 @@ TEST(configurationsetter_memory, frees_all_that_it_filed)
     }
     EXPECT_EQ(HeapWatch::outstanding_new(), 0U);
     EXPECT_EQ(HeapWatch::freed().size(), 1U);
-}
-
-TEST(configurationsetter_memory, passes_on_that_memory_ran_out_while_a_text_is_read)
-{
-    const Sections whole = sections_from(long_text, 4);
-    std::size_t failures = 0;
-    for (bool failed = true; failed; failures += failed ? 1 : 0) {
-        SCOPED_TRACE(failures + 1);
-        ConfigurationSetter setter;
-        std::istringstream in(long_text);
-        in.exceptions(std::ios_base::failbit | std::ios_base::badbit);
-        failed = fails_at(failures + 1, [&] { setter.load(in, 4); });
-        EXPECT_EQ(in.exceptions(), std::ios_base::failbit | std::ios_base::badbit);
-        // What is filed is a beginning of each section.
-        for (const auto &[name, entries] : sections_of(setter)) {
-            ASSERT_EQ(whole.count(name), 1U);
-            Sections beginning = whole;
-            beginning[name].resize(std::min(entries.size(), beginning[name].size()));
-            EXPECT_EQ(entries, beginning[name]) << name;
-        }
-        if (!failed) {
-            EXPECT_EQ(sections_of(setter), whole);
-        }
-    }
-    EXPECT_GT(failures, 20U);
-}
-
-TEST(configurationsetter_memory, passes_on_that_no_chunk_of_nodes_is_left)
-{
-    ConfigurationSetter setter;
-    const HeapWatch watch;
-    HeapWatch::fail_next_malloc();
-    EXPECT_THROW(load_text(setter, long_text), std::bad_alloc);
-    EXPECT_EQ(sections_of(setter), Sections());
-    load_text(setter, long_text);
-    EXPECT_EQ(sections_of(setter), sections_from(long_text));
-}
-
-TEST(configurationsetter_memory, never_takes_a_part_of_the_default_text_for_the_whole)
-{
-    ConfigurationSetter reference;
-    reference.load_default();
-    const Sections whole = sections_of(reference);
-    std::size_t failures = 0;
-    for (bool failed = true; failed; failures += failed ? 1 : 0) {
-        ConfigurationSetter setter;
-        failed = fails_at(failures + 1, [&] { setter.load_default(); });
-        if (!failed) {
-            EXPECT_EQ(sections_of(setter), whole) << "no failure at allocation " << failures + 1;
-        }
-    }
-    EXPECT_GT(failures, 127U);
-}
-
-TEST(configurationsetter_memory, passes_on_that_memory_ran_out_while_a_section_is_chosen_and_replayed)
-{
-    const std::string section = "a section that needs memory of its own";
-    const std::string prefix = "a prefix that needs memory of its own";
-    std::size_t failures = 0;
-    for (bool failed = true; failed; failures += failed ? 1 : 0) {
-        SCOPED_TRACE(failures + 1);
-        ConfigurationSetter setter;
-        setter.initialize_options();
-        load_text(setter, "verbosity = 1\n[" + section + "]\nprinter.defines_prefix = " + prefix + "\n");
-        Configuration record;
-        failed = fails_at(failures + 1, [&] {
-            setter.set_active_config(section);
-            setter.update_config(&record);
-        });
-        Configuration expected;
-        expected.printer_defines_prefix = failed ? record.printer_defines_prefix : prefix;
-        expected.verbosity = failed ? record.verbosity : 1;
-        EXPECT_EQ(differing_fields(record, expected), std::vector<std::string>());
-
-        setter.set_active_config(section);
-        setter.update_config(&record);
-        EXPECT_EQ(record.printer_defines_prefix, prefix) << "the setter goes on to work";
-        EXPECT_EQ(record.verbosity, 1);
-    }
-    EXPECT_GT(failures, 3U);
 }
 
 } // namespace
