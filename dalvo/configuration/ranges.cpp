@@ -1,5 +1,6 @@
 #include "dalvo/configuration/ranges.h"
 
+#include <ios>
 #include <locale>
 #include <sstream>
 
@@ -27,6 +28,7 @@ std::string FloatRange::text() const
     }
     std::ostringstream text;
     text.imbue(std::locale::classic());
+    text.exceptions(std::ios_base::badbit); // a text cut short by bad_alloc must not pass for whole
     text << "at most " << highest;
     return text.str();
 }
