@@ -14,6 +14,7 @@
 
 #include "dalvo/configuration/appliedoptions.h"
 #include "dalvo/configuration/configurationsetter.h"
+#include "tests/support/classic_locale.h"
 #include "tests/support/golden.h"
 #include "tests/support/records.h"
 #include "tests/support/settings.h"
@@ -25,6 +26,7 @@ using dalvo::Configuration;
 using dalvo::OptionParser;
 using dalvo::OptionType;
 using dalvo::testing::CatalogueSetter;
+using dalvo::testing::ClassicCLocale;
 using dalvo::testing::differing_fields;
 using dalvo::testing::DumpedEntry;
 using dalvo::testing::Field;
@@ -437,6 +439,7 @@ TEST(initial_values, are_accepted_by_their_options)
 
 TEST(initial_values, are_those_of_the_default_text)
 {
+    const ClassicCLocale classic;
     std::map<std::string, std::string> initial;
     for (const DumpedEntry &entry : dumped(Configuration())) {
         initial[entry.name] = entry.value;

@@ -17,6 +17,7 @@
 
 #include "dalvo/configuration/configurationsetter.h"
 #include "tests/configuration/dumped_text.h"
+#include "tests/support/classic_locale.h"
 #include "tests/support/records.h"
 #include "tests/support/sections.h"
 
@@ -25,6 +26,7 @@ namespace {
 using namespace std::string_literals;
 using dalvo::Configuration;
 using dalvo::ConfigurationSetter;
+using dalvo::testing::ClassicStream;
 using dalvo::testing::differing_fields;
 using dalvo::testing::dump_rows;
 using dalvo::testing::dumped;
@@ -220,7 +222,7 @@ TEST(dump, looks_at_the_record_alone)
     setter.set_active_config("s");
     const auto filed = sections_of(setter);
     const Configuration record;
-    std::ostringstream out;
+    ClassicStream out;
     setter.dump(&record, out, "s");
     EXPECT_EQ(out.str(), dumped(record, "s")) << "a bare setter writes the same";
     EXPECT_EQ(sections_of(setter), filed);
@@ -350,7 +352,7 @@ TEST(dump, writes_doubles_in_the_streams_format)
         {2.0, std::ios_base::showpoint, 6, "%#g", "2.00000"},
     };
     for (const auto &row : rows) {
-        std::ostringstream out;
+        ClassicStream out;
         out.setf(row.flags);
         out.precision(row.precision);
         EXPECT_EQ(text_with(row.value, out, row.printf_format), row.expected);
@@ -364,7 +366,7 @@ TEST(dump, writes_integers_in_the_streams_base)
     Configuration record;
     record.verbosity = 255;
     record.random_seed = 255;
-    std::ostringstream out;
+    ClassicStream out;
     out << std::hex << std::showbase;
     const ConfigurationSetter setter;
     setter.dump(&record, out, "");
@@ -407,6 +409,7 @@ TEST(dump, writes_booleans_as_words_whatever_the_streams_flags)
 {
     FlagClearingBuffer buffer;
     std::ostream out(&buffer);
+    out.imbue(std::locale::classic());
     buffer.stream = &out;
     const ConfigurationSetter setter;
     Configuration record;
@@ -450,7 +453,7 @@ TEST(dump, pads_nothing)
     const Configuration record = sentinel_record(0);
     for (const char *section : {"", "s1"}) {
         for (const auto adjustment : {std::ios_base::left, std::ios_base::right, std::ios_base::internal}) {
-            std::ostringstream out;
+            ClassicStream out;
             out.fill('*');
             out.width(60);
             out.setf(adjustment, std::ios_base::adjustfield);
@@ -464,7 +467,7 @@ TEST(dump, pads_nothing)
 
 TEST(dump, writes_behind_what_the_stream_holds)
 {
-    std::ostringstream out;
+    ClassicStream out;
     out << "# settings\n";
     const ConfigurationSetter setter;
     const Configuration record;

@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <sstream>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "dalvo/configuration/configurationsetter.h"
+#include "tests/support/classic_locale.h"
 #include "tests/support/golden.h"
 #include "tests/support/records.h"
 
@@ -34,9 +34,10 @@ inline const std::vector<DumpRow> &dump_rows()
     return rows;
 }
 
-/// `number` as printf writes it, in "%g" or the like.
+/// `number` as printf writes it in the "C" locale, in "%g" or the like.
 inline std::string formatted(const char *format, double number)
 {
+    const ClassicCLocale classic;
     std::vector<char> text(400); // room for any double in "%f" with few decimals
     const int size = std::snprintf(text.data(), text.size(), format, number);
     return std::string(text.data(), static_cast<std::size_t>(size));
@@ -71,11 +72,11 @@ inline std::string expected_lines(const Configuration &record, const char *doubl
     return text;
 }
 
-/// The text that a setter dumps, onto an untouched stream.
+/// The text that a setter dumps, onto an untouched stream of the classic locale.
 inline std::string dumped(const Configuration &record, const std::string &section)
 {
     const ConfigurationSetter setter;
-    std::ostringstream out;
+    ClassicStream out;
     setter.dump(&record, out, section);
     return out.str();
 }

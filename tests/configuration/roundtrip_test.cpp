@@ -20,6 +20,7 @@
 #include "dalvo/configuration/configurationsetter.h"
 #include "tests/configuration/caught.h"
 #include "tests/configuration/dumped_text.h"
+#include "tests/support/classic_locale.h"
 #include "tests/support/golden.h"
 #include "tests/support/records.h"
 #include "tests/support/sections.h"
@@ -31,6 +32,7 @@ using dalvo::Configuration;
 using dalvo::ConfigurationSetter;
 using dalvo::testing::Caught;
 using dalvo::testing::caught_from;
+using dalvo::testing::ClassicStream;
 using dalvo::testing::differing_fields;
 using dalvo::testing::dump_rows;
 using dalvo::testing::dumped;
@@ -293,7 +295,7 @@ TEST(roundtrip, keeps_every_float_at_precision_nine)
                 set_field(record, row.field, static_cast<double>(value));
             }
         }
-        std::ostringstream out;
+        ClassicStream out;
         out.precision(9);
         setter.dump(&record, out, "s");
         ASSERT_EQ(differing_fields(record, read_back(out.str(), "s")), Names()) << out.str();

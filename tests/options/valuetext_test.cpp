@@ -18,6 +18,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/classic_locale.h"
+
 namespace {
 
 using dalvo::BOOL_STYLE_BARE;
@@ -27,6 +29,7 @@ using dalvo::OptionBoolStyle;
 using dalvo::parse_bool;
 using dalvo::parse_float;
 using dalvo::parse_int;
+using dalvo::testing::ClassicCLocale;
 
 constexpr OptionBoolStyle all_styles[] = {BOOL_STYLE_BARE, BOOL_STYLE_PLAIN, BOOL_STYLE_WORDS};
 
@@ -745,6 +748,7 @@ TEST(parse_float, weighs_zeros_against_the_exponent)
 
 std::optional<float> strtof_of(const std::string &text)
 {
+    const ClassicCLocale classic;
     char *end = nullptr;
     const float value = std::strtof(text.c_str(), &end);
     EXPECT_EQ(*end, '\0') << text;
@@ -753,6 +757,7 @@ std::optional<float> strtof_of(const std::string &text)
 
 std::string scientific(double value, int digits)
 {
+    const ClassicCLocale classic;
     std::array<char, 512> text{};
     const int length = std::snprintf(text.data(), text.size(), "%.*e", digits, value);
     EXPECT_TRUE(length > 0 && static_cast<std::size_t>(length) < text.size());
@@ -785,8 +790,6 @@ std::string stepped_up(std::string text)
 
 class parse_float_as_strtof : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C"); }
-
     void compare(const std::string &text)
     {
         ++compared;

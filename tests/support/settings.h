@@ -8,6 +8,7 @@
 
 #include "dalvo/configuration/configurationsetter.h"
 #include "dalvo/options/optionparser.h"
+#include "tests/support/classic_locale.h"
 
 namespace dalvo::testing {
 
@@ -87,6 +88,7 @@ public:
     }
     void operator()(std::ostream &, const std::string &name, double value) const override
     {
+        const ClassicCLocale classic;
         entries.push_back({name, "double", std::to_string(value)});
     }
     void operator()(std::ostream &, const std::string &name, const std::string &value) const override

@@ -14,6 +14,7 @@
 
 #include "dalvo/configuration/configurationsetter.h"
 #include "dalvo/utils/editdistance.h"
+#include "tests/support/classic_locale.h"
 #include "tools/check_names.h"
 #include "tools/excerpt.h"
 #include "tools/optioninfo.h"
@@ -24,6 +25,7 @@ namespace {
 
 using namespace dalvo;
 using namespace dalvo::tools;
+using dalvo::testing::ClassicStream;
 
 // ---- Random texts ---------------------------------------------------------------------------------------------------
 
@@ -178,7 +180,7 @@ std::vector<Configuration> records_of(const std::string &text)
 
 std::string shown_text(const Configuration &record)
 {
-    std::ostringstream out;
+    ClassicStream out;
     ConfigurationSetter().dump(&record, out, "");
     return out.str();
 }

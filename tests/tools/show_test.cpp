@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/classic_locale.h"
 #include "tools/diagnostics.h"
 #include "tools/forcing.h"
 #include "tools/inputs.h"
@@ -20,6 +21,7 @@ namespace {
 
 using namespace dalvo;
 using namespace dalvo::tools;
+using dalvo::testing::ClassicStream;
 
 using Assignments = std::vector<Assignment>;
 
@@ -94,7 +96,7 @@ TEST(show, writes_what_the_library_dumps)
     for (int round = 0; round < 20; ++round) {
         const Assignments assignments = random_assignments(random);
         const Configuration record = record_of(assignments);
-        std::ostringstream dumped;
+        ClassicStream dumped;
         ConfigurationSetter().dump(&record, dumped, "");
         EXPECT_EQ(shown(assignments, {}), dumped.str());
     }
