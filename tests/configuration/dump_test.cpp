@@ -497,6 +497,7 @@ TEST(dump, flushes_the_stream_once_at_the_end)
     const Configuration record;
     FlushCountingBuffer buffer;
     std::ostream out(&buffer);
+    out.imbue(std::locale::classic());
     setter.dump(&record, out, "s1");
     EXPECT_EQ(buffer.flushes, 1);
     EXPECT_EQ(buffer.size_at_flush, dumped(record, "s1").size());
@@ -560,6 +561,7 @@ TEST(dump, leaves_a_failure_in_the_streams_state)
         for (const bool throwing : {false, true}) {
             FullBuffer buffer(room, throwing);
             std::ostream out(&buffer);
+            out.imbue(std::locale::classic());
             EXPECT_NO_THROW(setter.dump(&record, out, "s1"));
             EXPECT_TRUE(out.bad());
             EXPECT_EQ(buffer.written, whole.substr(0, room));
