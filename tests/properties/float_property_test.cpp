@@ -37,13 +37,13 @@ std::optional<float> expected_of(const std::string &text)
     return std::isinf(value) ? std::nullopt : std::optional<float>(value);
 }
 
+struct FloatOption : OptionParser {
+    FloatOption() : OptionParser(dalvo::BOOL_STYLE_WORDS) { add_option("f", dalvo::OPT_FLOAT, ""); }
+};
+
 std::optional<float> read_by_option(const std::string &text)
 {
-    static OptionParser &options = *[] {
-        static OptionParser parser(dalvo::BOOL_STYLE_WORDS);
-        parser.add_option("f", dalvo::OPT_FLOAT, "");
-        return &parser;
-    }();
+    static FloatOption options;
     try {
         options.parse_option("f", text, 0);
     } catch (const OptionParser::error &e) {
