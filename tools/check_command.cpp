@@ -9,6 +9,7 @@
 #include "tools/check.h"
 #include "tools/commands.h"
 #include "tools/diagnostics.h"
+#include "tools/excerpt.h"
 #include "tools/inputs.h"
 #include "tools/presets.h"
 #include "tools/report.h"
@@ -47,7 +48,7 @@ void require_warnings(const std::vector<std::string> &names)
     const std::vector<std::string> known = warning_names();
     for (const std::string &name : names) {
         if (!contains(known, name)) {
-            throw Failure("--no-warn", "no warning '" + name + "'; the warnings are " + join(known, ", "),
+            throw Failure("--no-warn", "no warning '" + shown(name) + "'; the warnings are " + join(known, ", "),
                           status_usage);
         }
     }
@@ -143,7 +144,7 @@ Command add_check(CLI::App &tool)
     add_text(*app, "--format", inputs->format, "text, on standard error, or json, on standard output")
         ->type_name("text|json")
         ->check([](const std::string &format) {
-            return format == "text" || format == "json" ? "" : "'" + escaped(plain(format)) + "' is no format";
+            return format == "text" || format == "json" ? "" : "'" + shown(plain(format)) + "' is no format";
         });
     app->footer(footer());
     return {app, [inputs] { return check(*inputs); }};

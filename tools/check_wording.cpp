@@ -104,19 +104,10 @@ private:
         if (is_new) {
             const std::string name(found->first);
             suggested = suggestions(name, 3);
-            message = name.empty()        ? "no option name before '='"
-                      : suggested.empty() ? "unknown option " + shown(name)
-                                          : shown_message(tools::unknown_option(name), name);
+            message = name.empty() ? "no option name before '='" : tools::unknown_option(name);
         }
         finding.text = message;
         finding.suggestions = suggested;
-    }
-
-    /// `message` with what stands for `name` in it fit for a terminal.
-    static std::string shown_message(const std::string &message, const std::string &name)
-    {
-        const std::size_t at = message.find(name);
-        return message.substr(0, at) + shown(name) + message.substr(at + name.size());
     }
 
     void invalid_value(const Mark &mark, Finding &finding) const

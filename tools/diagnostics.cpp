@@ -3,6 +3,8 @@
 #include <iostream>
 #include <vector>
 
+#include "tools/printable.h"
+
 namespace dalvo::tools {
 
 namespace {
@@ -31,23 +33,17 @@ Failure::Failure(const std::string &where, const std::string &what, int exit_sta
 
 std::string escaped(std::string_view text)
 {
-    constexpr const char *digits = "0123456789abcdef";
-    std::string shown;
-    for (const char c : text) {
-        const unsigned byte = static_cast<unsigned char>(c);
-        if (c == '\n') {
-            shown += "\\n";
-        } else if (c == '\r') {
-            shown += "\\r";
-        } else if (c == '\t') {
-            shown += "\\t";
-        } else if (byte < 0x20 || byte == 0x7F) {
-            shown += {'\\', 'x', digits[byte / 16], digits[byte % 16]};
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t size = printable_size(text);
+        if (size != 0) {
+            result += text.substr(0, size);
         } else {
-            shown += c;
+            result += escape_of(text.front());
         }
+        text.remove_prefix(size != 0 ? size : 1);
     }
-    return shown;
+    return result;
 }
 
 } // namespace dalvo::tools

@@ -24,7 +24,8 @@ public:
 void warn_later(const std::string &text);
 void write_warnings();
 
-/// `text` with "\n", "\r", "\t" and "\xHH" for the control bytes in it; other bytes as they are.
+/// `text` with "\n", "\r", "\t" and "\xHH" for the control bytes in it, those above 0x7F and those of UTF-8 too, and
+/// for bytes that are no UTF-8.
 std::string escaped(std::string_view text);
 
 } // namespace dalvo::tools

@@ -7,6 +7,8 @@ namespace dalvo::tools {
 
 namespace {
 
+constexpr std::size_t widest = 100; // of the cells that decide how wide their column is
+
 std::size_t columns(const std::string &text)
 {
     const auto starts_code_point = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
@@ -19,7 +21,10 @@ std::vector<std::size_t> widths_of(const std::vector<std::vector<std::string>> &
     for (const std::vector<std::string> &row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i) {
-            widths[i] = std::max(widths[i], columns(row[i]));
+            const std::size_t width = columns(row[i]);
+            if (width <= widest) {
+                widths[i] = std::max(widths[i], width);
+            }
         }
     }
     return widths;
@@ -38,7 +43,7 @@ void write_table(std::ostream &out, const std::vector<std::vector<std::string>> 
                 out << std::string(pending, ' ') << row[i];
                 pending = 0;
             }
-            pending += widths[i] - columns(row[i]);
+            pending += widths[i] - std::min(widths[i], columns(row[i]));
         }
         out << '\n';
     }

@@ -2,49 +2,18 @@
 
 #include <algorithm>
 
-#include "tools/diagnostics.h"
+#include "tools/printable.h"
 
 namespace dalvo::tools {
 
 namespace {
 
-constexpr std::size_t widest = 100;      // columns of an excerpt, about
-constexpr std::size_t longest_word = 60; // columns of what a message quotes, about
+constexpr std::size_t widest = 100; // columns of an excerpt, about
 constexpr const char *cut_mark = "...";
 
-std::size_t byte_at(std::string_view text, std::size_t at)
+bool is_continuation(char c)
 {
-    return static_cast<unsigned char>(text[at]);
-}
-
-bool is_continuation(std::string_view text, std::size_t at)
-{
-    return at < text.size() && (byte_at(text, at) & 0xC0U) == 0x80;
-}
-
-/// Whether terminals show the code point in a column of its own, without side effects.
-bool is_printable(std::size_t code)
-{
-    const bool is_control = code < 0xA0 || (code >= 0xD800 && code <= 0xDFFF);
-    const bool is_unseen = code == 0xFEFF || (code >= 0x200B && code <= 0x200F) || (code >= 0x2028 && code <= 0x202E) ||
-                           (code >= 0x2060 && code <= 0x2069);
-    return !is_control && !is_unseen && code <= 0x10FFFF;
-}
-
-/// The bytes of the code point at the start of `text`, when it is well-formed UTF-8 beyond ASCII and printable; else 0.
-std::size_t code_point_size(std::string_view text)
-{
-    const std::size_t first = byte_at(text, 0);
-    const std::size_t size = first < 0xC2 || first > 0xF4 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    std::size_t code = first & (0xFFU >> (size + 1));
-    for (std::size_t i = 1; i < size; ++i) {
-        if (!is_continuation(text, i)) {
-            return 0;
-        }
-        code = (code << 6U) | (byte_at(text, i) & 0x3FU);
-    }
-    constexpr std::size_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    return code >= smallest[size] && is_printable(code) ? size : 0;
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
 /// The number of bytes at the start of `text` that are plain ASCII.
@@ -66,7 +35,7 @@ public:
             std::size_t size = plain_size(added.substr(0, most - columns));
             if (size != 0) {
                 append(added.substr(0, size), size);
-            } else if ((size = code_point_size(added)) != 0) {
+            } else if ((size = printable_size(added)) != 0) {
                 append(added.substr(0, size), 1);
             } else {
                 size = 1;
@@ -82,13 +51,6 @@ public:
     std::size_t columns;
 
 private:
-    static std::string escape_of(char c)
-    {
-        const unsigned byte = static_cast<unsigned char>(c);
-        constexpr const char *digits = "0123456789abcdef";
-        return byte < 0x80 ? escaped({&c, 1}) : std::string{'\\', 'x', digits[byte / 16], digits[byte % 16]};
-    }
-
     void append(std::string_view added, std::size_t width)
     {
         text += added;
@@ -105,7 +67,7 @@ Excerpt excerpt(std::string_view line, std::size_t column)
     }
     const std::size_t place = std::min(column - 1, line.size());
     std::size_t start = line.size() > widest && place > widest / 2 ? place - widest / 2 : 0;
-    while (start > 0 && start < place && is_continuation(line, start)) {
+    while (start > 0 && start < place && is_continuation(line[start])) {
         ++start;
     }
     Shown result(start > 0 ? cut_mark : "");
@@ -117,11 +79,22 @@ Excerpt excerpt(std::string_view line, std::size_t column)
     return {std::move(result.text), caret};
 }
 
-std::string shown(std::string_view text)
+std::string shown(std::string_view text, std::size_t most)
 {
     Shown result("");
-    const bool is_whole = result.add(text, longest_word, false);
+    const bool is_whole = result.add(text, most, false);
     return std::move(result.text) + (is_whole ? "" : cut_mark);
+}
+
+std::string shown_message(const OptionParser::error &e)
+{
+    const std::string text = e.message_stream.str();
+    const std::size_t ending = (": " + e.option + ", value: " + e.value).size(); // no error here has a command line
+    const std::string head = text.substr(0, text.size() - ending);
+    const std::size_t name = head.find(e.option);
+    const bool is_named = name != std::string::npos;
+    return (is_named ? head.substr(0, name) + shown(e.option) + head.substr(name + e.option.size()) : head) + ": " +
+           shown(e.option) + ", value: " + shown(e.value);
 }
 
 } // namespace dalvo::tools

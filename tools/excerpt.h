@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "dalvo/options/optionparser.h"
+
 namespace dalvo::tools {
 
 /// A line as it is shown to people: on one line of a terminal, without control bytes, and cut where it is long.
@@ -16,7 +18,10 @@ struct Excerpt {
 /// blank, a carriage return at the end is left out. The time does not grow with the line.
 Excerpt excerpt(std::string_view line, std::size_t column);
 
-/// `text` with control bytes, and bytes that are no UTF-8, escaped, and cut where it is long.
-std::string shown(std::string_view text);
+/// `text` with control bytes, and bytes that are no UTF-8, escaped, and cut behind about `most` columns.
+std::string shown(std::string_view text, std::size_t most = 60);
+
+/// The message of `e`, which the library threw, with each piece of text in it as `shown` makes it.
+std::string shown_message(const OptionParser::error &e);
 
 } // namespace dalvo::tools

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tools/diagnostics.h"
+#include "tools/excerpt.h"
 #include "tools/presets.h"
 
 namespace dalvo::tools {
@@ -29,7 +30,7 @@ void add_override(Inputs &inputs, const std::string &text)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos) {
-        throw CLI::ValidationError("-o", "'" + escaped(text) + "' is not of the form NAME=VALUE");
+        throw CLI::ValidationError("-o", "'" + shown(text) + "' is not of the form NAME=VALUE");
     }
     inputs.overrides.emplace_back(text.substr(0, equals), text.substr(equals + 1));
 }
@@ -67,7 +68,7 @@ std::vector<Assignment> applying_assignments(const std::vector<Source> &sources,
     append_section(sources, "", assignments);
     if (!inputs.section.empty() && !append_section(sources, inputs.section, assignments)) {
         const std::string file = inputs.files.size() == 1 ? " in " + file_name(inputs.files.front()) : "";
-        warn_later("no section '" + inputs.section + "'" + file +
+        warn_later("no section '" + shown(inputs.section) + "'" + file +
                    (inputs.section == "default" ? "; what stands below [default] always applies" : ""));
     }
     for (const auto &[name, value] : inputs.overrides) {

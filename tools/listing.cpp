@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "dalvo/utils/textwrap.h"
+#include "tools/excerpt.h"
 
 namespace dalvo::tools {
 
@@ -66,7 +67,7 @@ Selection select_options(const std::vector<std::string> &patterns)
 
 std::string unmatched_pattern(const std::string &pattern)
 {
-    std::string text = "no option matches '" + pattern + "'";
+    std::string text = "no option matches '" + shown(pattern) + "'";
     const std::vector<std::string> near = suggestions(pattern, 3);
     for (std::size_t i = 0; i < near.size(); ++i) {
         text += (i == 0 ? " (did you mean " : i + 1 == near.size() ? " or " : ", ") + near[i];

@@ -8,11 +8,14 @@
 
 #include "tools/commands.h"
 #include "tools/diagnostics.h"
+#include "tools/excerpt.h"
 #include "tools/inputs.h"
 
 namespace {
 
 using namespace dalvo::tools;
+
+constexpr std::size_t longest_line = 500; // of a message that quotes the command line
 
 /// The arguments as CLI11 wants them in a vector: the last one first.
 std::vector<std::string> guarded_arguments(int argc, char **argv)
@@ -68,7 +71,7 @@ int run(int argc, char **argv)
             check_output();
             return status_fine;
         }
-        std::cerr << "dalvo-config: " << escaped(e.what()) << "\nRun with --help for more information.\n";
+        std::cerr << "dalvo-config: " << shown(e.what(), longest_line) << "\nRun with --help for more information.\n";
         return status_usage;
     }
 }
@@ -86,7 +89,7 @@ int main(int argc, char **argv)
         std::cerr << "dalvo-config: out of memory\n";
         return status_problem;
     } catch (const std::exception &e) {
-        std::cerr << "dalvo-config: " << e.what() << '\n';
+        std::cerr << "dalvo-config: " << shown(e.what(), longest_line) << '\n';
         return status_problem;
     }
 }

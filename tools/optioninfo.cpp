@@ -8,6 +8,7 @@
 
 #include "dalvo/configuration/configurationsetter.h"
 #include "dalvo/options/nearby.h"
+#include "tools/excerpt.h"
 #include "tools/settings.h"
 
 namespace dalvo::tools {
@@ -123,7 +124,7 @@ std::vector<std::string> suggestions(const std::string &name, std::size_t most)
 
 std::string unknown_option(const std::string &name)
 {
-    std::string text = "unknown option " + name;
+    std::string text = "unknown option " + shown(name);
     const std::vector<std::string> near = suggestions(name, 3);
     for (std::size_t i = 0; i < near.size(); ++i) {
         text += (i == 0 ? " (did you mean " : i + 1 == near.size() ? " or " : ", ") + near[i];

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "dalvo/utils/editdistance.h"
+#include "tools/excerpt.h"
 
 namespace dalvo::tools {
 
@@ -49,7 +50,7 @@ std::string summary_of(const Preset &preset)
 
 std::string unknown_preset(const std::string &name)
 {
-    std::string text = "no preset '" + name + "'";
+    std::string text = "no preset '" + shown(name) + "'";
     const std::vector<std::string> near = near_presets(name);
     for (std::size_t i = 0; i < near.size(); ++i) {
         text += (i == 0 ? " (did you mean " : i + 1 == near.size() ? " or " : ", ") + near[i];

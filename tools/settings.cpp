@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "tools/diagnostics.h"
+#include "tools/excerpt.h"
 
 namespace dalvo::tools {
 
@@ -78,14 +79,14 @@ Configuration record_of(const std::vector<Assignment> &assignments)
         try {
             setter.set_option(assignment.name, assignment.value, assignment.level);
         } catch (const OptionParser::error &e) {
-            throw Failure(assignment.place.text(), e.message_stream.str());
+            throw Failure(assignment.place.text(), shown_message(e));
         }
     }
     Configuration record;
     try {
         setter.update_config(&record);
     } catch (const OptionParser::error &e) {
-        throw Failure(last_place(assignments, e.option), e.message_stream.str());
+        throw Failure(last_place(assignments, e.option), shown_message(e));
     }
     return record;
 }

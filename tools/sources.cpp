@@ -13,6 +13,7 @@
 #include "dalvo/configuration/reader.h"
 #include "dalvo/options/optionparser.h"
 #include "tools/diagnostics.h"
+#include "tools/excerpt.h"
 
 namespace dalvo::tools {
 
@@ -51,7 +52,7 @@ public:
     void malformed(const TextLine &line, const TextPiece &stripped, const std::vector<TextPiece> &) override
     {
         const OptionParser::error e("bad format of configuration file", std::string(stripped.text), "", "");
-        throw Failure(Place{source.name, line.number}.text(), e.message_stream.str());
+        throw Failure(Place{source.name, line.number}.text(), shown_message(e));
     }
 
 private:

@@ -1,0 +1,238 @@
+// What dalvo-config writes about texts that are made to harm the terminal of whoever reads it.
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/tools/shell_session.h"
+#include "tools/diagnostics.h"
+#include "tools/diff_table.h"
+#include "tools/excerpt.h"
+
+namespace {
+
+using namespace std::string_literals;
+using dalvo::OptionParser;
+using dalvo::tests::output_of;
+using namespace dalvo::tools;
+namespace fs = std::filesystem;
+
+std::string bytes_from_to(int first, int last, const std::string &before)
+{
+    std::string bytes;
+    for (int byte = first; byte <= last; ++byte) {
+        bytes += before + static_cast<char>(byte);
+    }
+    return bytes;
+}
+
+/// Formats and the start of colours first, since long pieces are cut; then all that terminals may obey, newlines apart.
+const std::string harm =
+    "%s%n%d\x1B[31m\x1B]0;t\x07\r\b\x7F\x9B" "2J\xC2\x9B" "2J\xE2\x80\xAE\xFF"s + '\0' +
+    bytes_from_to(0x01, 0x09, "") + bytes_from_to(0x0B, 0x1F, "") + bytes_from_to(0x80, 0x9F, "") +
+    bytes_from_to(0x80, 0x9F, "\xC2") + "end";
+
+std::string harm_as_argument()
+{
+    std::string text = harm;
+    text.erase(text.find('\0'), 1); // which no argument can hold
+    return text;
+}
+
+/// A folder for one test, there until it ends.
+class hostile_text : public ::testing::Test {
+protected:
+    const fs::path folder = fs::path(::testing::TempDir()) / ("dalvo_hostile_" + std::to_string(getpid()));
+
+    void SetUp() override { fs::create_directories(folder); }
+    void TearDown() override { fs::remove_all(folder); }
+
+    /// What dalvo-config, run in the folder with the text in "t.cfg", nothing in "empty.cfg" and the harm in $A,
+    /// writes.
+    std::string written(const std::string &text, const std::string &arguments, const std::string &redirection = "2>&1")
+    {
+        std::ofstream(folder / "t.cfg", std::ios_base::binary) << text;
+        std::ofstream(folder / "empty.cfg", std::ios_base::binary) << "";
+        std::ofstream(folder / "argument", std::ios_base::binary) << harm_as_argument();
+        return output_of("cd '" + folder.string() + "' && A=\"$(cat argument)\" && export COLUMNS=80 && dalvo-config " +
+                         arguments + " " + redirection);
+    }
+};
+
+/// The bytes of `text` that are neither printable ASCII nor a newline, as PrintToString shows them.
+std::string raw_bytes_in(const std::string &text)
+{
+    std::string raw;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(raw),
+                 [](char c) { return c != '\n' && (c < ' ' || c > '~'); });
+    return raw;
+}
+
+TEST_F(hostile_text, never_reaches_the_terminal_raw)
+{
+    const struct {
+        std::string text;
+        std::string arguments;
+        const char *why;
+    } rows[] = {
+        {harm + "x = 1", "check t.cfg", "the name of an unknown option"},
+        {harm + "x = 1", "show t.cfg", "the name of an unknown option"},
+        {harm + "x = 1", "diff t.cfg empty.cfg", "the name of an unknown option"},
+        {"verbosity = " + harm, "check t.cfg", "a value that is no int"},
+        {"verbosity = " + harm, "show t.cfg", "a value that is no int"},
+        {"verbosity = " + harm, "explain verbosity t.cfg", "a value that is no int"},
+        {"verbosity = " + harm, "diff empty.cfg t.cfg", "a value that is no int"},
+        {"[" + harm, "check t.cfg", "a malformed header"},
+        {"[" + harm, "show t.cfg", "a malformed header"},
+        {"[" + harm, "explain verbosity t.cfg", "a malformed header"},
+        {"[" + harm, "diff t.cfg empty.cfg", "a malformed header"},
+        {"[" + harm, "sections t.cfg", "a malformed header"},
+        {"[" + harm + "]\nverbosity = 1", "sections t.cfg", "a section"},
+        {"[" + harm + "]\nverbosity = 1", "explain verbosity t.cfg", "a section that is not chosen"},
+        {"[%s%n%d\x1B[31ma]\nx\n[%s%n%d\x1B[31mb]\nx", "check t.cfg", "sections with similar names"},
+        {"[" + harm + "," + harm + "]\nx", "check t.cfg", "a section named twice"},
+        {"printer.defines_prefix = " + harm, "explain printer.defines_prefix t.cfg", "a text value"},
+        {"printer.defines_prefix = " + harm, "diff t.cfg empty.cfg", "a text value"},
+        {"printer.defines_prefix = a # " + harm, "check t.cfg", "a comment in a value"},
+        {"printer.defines_prefix = " + harm + "\nprinter.defines_prefix = b", "check t.cfg", "a value replaced"},
+        {"# " + harm + "\nverbosity = 3", "check t.cfg", "a comment above"},
+    };
+    for (const auto &row : rows) {
+        const std::string shown_text = written(row.text, row.arguments);
+        EXPECT_EQ(raw_bytes_in(shown_text), "") << row.arguments << ": " << row.why;
+        const bool is_shown = row.text.front() != '#';
+        EXPECT_EQ(shown_text.find("%s%n%d\\x1b[31m") != std::string::npos, is_shown) << row.why << ":\n" << shown_text;
+    }
+}
+
+TEST_F(hostile_text, of_the_command_line_never_reaches_the_terminal_raw)
+{
+    for (const char *arguments : {
+             "check \"$A\"", "check --no-warn \"$A\" t.cfg", "check --format \"$A\" t.cfg", "show \"$A\"",
+             "show --section \"$A\"", "show -o \"$A\"", "show -o \"$A=1\"", "show -o \"verbosity=$A\"",
+             "show --preset \"$A\"", "show --format \"$A\"", "show \"--$A\"", "explain \"$A\"",
+             "explain verbosity -o \"verbosity=$A\"", "diff t.cfg \"$A\"", "diff t.cfg t.cfg --section-a \"$A\"",
+             "sections \"$A\"", "options \"$A\"", "presets \"$A\"", "completion \"$A\"", "\"$A\"",
+         }) {
+        const bool writes_text = std::string(arguments) == "show --section \"$A\""; // the settings in force
+        const std::string shown_text = written("verbosity = 1", arguments, writes_text ? "2>&1 >/dev/null" : "2>&1");
+        EXPECT_EQ(raw_bytes_in(shown_text), "") << arguments;
+        EXPECT_NE(shown_text.find("%s%n%d\\x1b[31m"), std::string::npos) << arguments << ":\n" << shown_text;
+    }
+}
+
+TEST_F(hostile_text, stands_in_a_shown_configuration_as_it_is)
+{
+    const std::string line = "printer.defines_prefix = " + harm + "\n";
+    const std::string shown_text = written(line, "show --changed t.cfg");
+    EXPECT_EQ(shown_text, line) << "what is shown is a text to be read again, so nothing in it may change";
+    EXPECT_EQ(written(shown_text, "show --changed t.cfg"), line);
+}
+
+TEST_F(hostile_text, of_long_lines_is_cut_in_diagnostics)
+{
+    const std::string longest(1U << 20U, 'x');
+    const struct {
+        std::string text;
+        std::string arguments;
+    } rows[] = {
+        {longest + " = 1", "check t.cfg"},
+        {longest + " = 1", "show t.cfg"},
+        {"verbosity = " + longest, "check t.cfg"},
+        {"verbosity = " + longest, "show t.cfg"},
+        {"[" + longest, "check t.cfg"},
+        {"[" + longest, "show t.cfg"},
+        {"[" + longest, "sections t.cfg"},
+        {"[" + longest, "diff t.cfg empty.cfg"},
+        {"[" + longest, "explain verbosity t.cfg"},
+        {"[" + longest + "," + longest + "]\nx", "check t.cfg"},
+    };
+    for (const auto &row : rows) {
+        const std::string shown_text = written(row.text, row.arguments);
+        std::istringstream lines(shown_text);
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_LE(line.size(), 300U) << row.arguments << ": " << row.text.substr(0, 20);
+        }
+        EXPECT_NE(shown_text.find("xxx..."), std::string::npos) << row.arguments << ": " << row.text.substr(0, 20);
+    }
+}
+
+TEST_F(hostile_text, of_one_long_value_does_not_fill_every_row_of_a_table_with_blanks)
+{
+    std::string text;
+    for (int i = 0; i < 200; ++i) {
+        text += "printer.defines_prefix = a\n";
+    }
+    text += "printer.defines_prefix = " + std::string(100000, 'x') + "\n";
+    const std::string explained = written(text, "explain printer.defines_prefix t.cfg");
+    EXPECT_GT(explained.size(), 200000U) << "the row and the setting in force are whole";
+    EXPECT_LT(explained.size(), 250000U);
+}
+
+TEST(table, aligns_cells_but_those_beyond_100_columns)
+{
+    const std::string widest(100, 'w');
+    const std::string beyond(101, 'b');
+    std::ostringstream fits;
+    write_table(fits, {{"a", "1"}, {widest, "2"}});
+    EXPECT_EQ(fits.str(), "  a" + std::string(101, ' ') + "1\n  " + widest + "  2\n");
+    std::ostringstream moved;
+    write_table(moved, {{"a", "1"}, {beyond, "2"}, {"abc", "3"}});
+    EXPECT_EQ(moved.str(), "  a    1\n  " + beyond + "  2\n  abc  3\n");
+}
+
+TEST(escaped, leaves_printable_text_and_escapes_the_rest)
+{
+    const struct {
+        std::string text;
+        std::string expected;
+        const char *why;
+    } rows[] = {
+        {"", "", "nothing"},
+        {" a~\\%s", " a~\\%s", "printable ASCII"},
+        {"\n\r\t", "\\n\\r\\t", "with names of their own"},
+        {"\0\x1F\x7F"s, "\\x00\\x1f\\x7f", "controls of ASCII"},
+        {"\x80\x9B\x9F", "\\x80\\x9b\\x9f", "controls above ASCII, as bytes"},
+        {"\xC2\x80\xC2\x9B\xC2\x9F", "\\xc2\\x80\\xc2\\x9b\\xc2\\x9f", "controls above ASCII, in UTF-8"},
+        {"\xC2\xA0\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "\xC2\xA0\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "UTF-8"},
+        {"\xE4\xFF\xC0\xAF", "\\xe4\\xff\\xc0\\xaf", "no UTF-8"},
+        {"a\xC3", "a\\xc3", "UTF-8 cut short"},
+        {"\xE2\x80\xAE\xE2\x81\xA9", "\\xe2\\x80\\xae\\xe2\\x81\\xa9", "turns the direction round"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(escaped(row.text), row.expected) << row.why;
+        EXPECT_EQ(shown(row.text), row.expected) << row.why;
+        EXPECT_EQ(Failure(row.text, row.text).what(), row.expected + ": " + row.expected) << row.why;
+    }
+}
+
+TEST(shown_message, shows_each_piece_of_the_error)
+{
+    const std::string x60(60, 'x');
+    const struct {
+        OptionParser::error error;
+        std::string expected;
+    } rows[] = {
+        {{"unknown option a", "a", "1", ""}, "unknown option a: a, value: 1"},
+        {{"unknown option o", "o", "o", ""}, "unknown option o: o, value: o"},
+        {{"unknown option ", "", "", ""}, "unknown option : , value: "},
+        {{"unknown option \x1B (did you mean b?)", "\x1B", "\x9B", ""},
+         "unknown option \\x1b (did you mean b?): \\x1b, value: \\x9b"},
+        {{"unknown option " + x60 + "y", x60 + "y", x60 + "z", ""},
+         "unknown option " + x60 + "...: " + x60 + "..., value: " + x60 + "..."},
+        {{"bad format of configuration file", "[" + x60, "", ""},
+         "bad format of configuration file: [" + x60.substr(1) + "..., value: "},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(shown_message(row.error), row.expected);
+    }
+}
+
+} // namespace
