@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <fstream>
 #include <functional>
 #include <ios>
 #include <istream>
@@ -168,6 +169,47 @@ TEST(load_stream, ends_the_text_without_error_where_the_buffer_throws)
                 EXPECT_EQ(in.exceptions(), combination(mask));
                 EXPECT_TRUE(in.bad());
             }
+        }
+    }
+}
+
+TEST(load_stream, ends_the_text_where_the_stream_is_put_into_a_failed_state_half_way)
+{
+    const Sections whole_lines = {{"", {{"a", "1"}}}, {"s", {{"b", "2"}}}};
+    const Sections last_line_too = {{"", {{"a", "1"}}}, {"s", {{"b", "2"}, {"c", "3"}}}};
+    for (int state = 1; state < 8; ++state) {
+        for (int mask = 0; mask < 8; ++mask) {
+            SCOPED_TRACE(::testing::Message() << "state " << state << ", mask " << mask);
+            std::istream *stream = nullptr;
+            PiecewiseBuffer buffer("a = 1\n[s]\nb = 2\nc = 3", 4, [&] { stream->setstate(combination(state)); });
+            std::istream in(&buffer);
+            stream = &in;
+            in.exceptions(combination(mask));
+            ConfigurationSetter setter;
+            EXPECT_NO_THROW(setter.load(in, 0));
+            const bool is_plain_end = combination(state) == std::ios_base::eofbit;
+            EXPECT_EQ(sections_of(setter), is_plain_end ? last_line_too : whole_lines);
+            EXPECT_EQ(in.exceptions(), combination(mask));
+        }
+    }
+}
+
+TEST(load_stream, takes_files_that_cannot_be_read_for_empty_texts)
+{
+    for (const char *path : {"", "/no/such/file", "/"}) {
+        for (int mask = 0; mask < 8; ++mask) {
+            SCOPED_TRACE(::testing::Message() << "'" << path << "', mask " << mask);
+            std::ifstream in(path);
+            try {
+                in.exceptions(combination(mask));
+            } catch (const std::ios_base::failure &) { // the mask is set nevertheless
+                EXPECT_TRUE(in.fail());
+            }
+            ConfigurationSetter setter;
+            EXPECT_NO_THROW(setter.load(in, 0));
+            EXPECT_EQ(sections_of(setter), (Sections{{"", {}}}));
+            EXPECT_EQ(in.exceptions(), combination(mask));
+            EXPECT_TRUE(in.fail());
         }
     }
 }
