@@ -1,0 +1,223 @@
+"""Builds the tests once, then again and again with one source changed, and runs them.
+
+The base is an ordinary build by CMake and Ninja. For a mutant its compile and link commands are run again in a scratch
+folder, for those objects alone that the changed source goes into; the changed source stands in a folder of its own,
+which the compiler searches first.
+"""
+
+import functools
+import json
+import os
+import re
+import resource
+import shlex
+import subprocess
+import threading
+
+PROGRAMS = (
+    "utils_tests", "utils_memory_tests", "options_tests", "configuration_tests", "configuration_memory_tests",
+    "own_symbols_tests", "abort_on_exception_tests",
+)
+FLAGS = "-O0 -w -Werror=return-type"
+SANITIZERS = " -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer"
+
+# The tests of a source are those that are named like it, and these.
+FURTHER_TESTS = {
+    "dalvo/configuration/appliedoptions.cpp": ["applier_test", "consistency_test"],
+    "dalvo/configuration/applier.cpp": ["applier_test"],
+    "dalvo/configuration/configuration.h": ["configuration_test"],
+    "dalvo/configuration/load.cpp": ["load_test"],
+    "dalvo/configuration/reader.cpp": ["reader_test", "load_test"],
+    "dalvo/defaults/raise_assertion.cpp": ["abort_on_exception_test"],
+    "dalvo/options/optionparser.cpp": ["optionparser_test", "error_test"],
+    "dalvo/options/optionparser.h": ["optionparser_test"],
+    "dalvo/utils/hashmap.h": ["hashmap_test"],
+    "dalvo/utils/hashtable.h": ["hashmap_test", "hashmap_lifetime_test"],
+    "dalvo/utils/prefetch.h": ["hashmap_test"],
+}
+
+MEMORY = 2 << 30  # bytes that a test may take
+PATIENCE = 20  # times as long as it takes, seconds of the wall to a second of the processor
+
+
+class DidNotCompile(Exception):
+    pass
+
+
+def compiled_line(command, **changes):
+    """Runs a command; a failure is DidNotCompile, with what it wrote."""
+    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **changes)
+    if done.returncode != 0:
+        raise DidNotCompile(done.stdout)
+    return done.stdout
+
+
+class Base:
+    """The build of the unchanged sources."""
+
+    def __init__(self, root, folder, sanitized):
+        self.root = root
+        self.folder = folder
+        self.sanitized = sanitized
+        self._build()
+        self.compiles = {}  # object: its command
+        for entry in json.loads((folder / "compile_commands.json").read_text()):
+            command = shlex.split(entry["command"])
+            self.compiles[command[command.index("-o") + 1]] = command
+        self.links = {name: self._link_command(name) for name in PROGRAMS}
+        self.users = self._users()
+        self.lock = threading.Lock()
+        self.seconds = {}
+
+    def _build(self):
+        flags = FLAGS + (SANITIZERS if self.sanitized else "")
+        subprocess.run(
+            ["cmake", "-S", self.root, "-B", self.folder, "-G", "Ninja", "-DDALVO_BUILD_TESTS=ON",
+             "-DDALVO_BUILD_TOOLS=OFF", f"-DCMAKE_CXX_FLAGS={flags}", "-DCMAKE_BUILD_TYPE="],
+            check=True, stdout=subprocess.DEVNULL,
+        )
+        subprocess.run(["ninja", "-C", self.folder, *PROGRAMS], check=True)
+
+    def _link_command(self, program):
+        lines = compiled_line(["ninja", "-C", self.folder, "-t", "commands", "-s", program]).splitlines()
+        steps = re.split(r" && ", next(line for line in lines if line.startswith(": && ")))
+        return shlex.split(steps[1])
+
+    def _users(self):
+        """Of each source under dalvo/: the objects that it goes into."""
+        users = {}
+        of = None
+        for line in compiled_line(["ninja", "-C", self.folder, "-t", "deps"]).splitlines():
+            if line and not line[0].isspace():
+                of = line.split(":")[0]
+            elif line.strip():
+                path = os.path.relpath(os.path.join(self.folder, line.strip()), self.root)
+                if path.startswith("dalvo/"):
+                    users.setdefault(path, []).append(of)
+        return users
+
+    @functools.lru_cache(maxsize=None)
+    def link_of(self, program, test):
+        """The link command of a program; of `test` alone among its tests when that is not None."""
+        return [
+            part for part in self.links[program]
+            if test is None or not part.endswith("_test.cpp.o") or os.path.basename(part) == f"{test}.cpp.o"
+        ]
+
+    @functools.lru_cache(maxsize=None)
+    def objects_of(self, program, test):
+        """The objects that make up a program, those of the archives included."""
+        command = [*self.link_of(program, test), "-Wl,--trace"]
+        command[command.index("-o") + 1] = os.devnull
+        trace = compiled_line(command, cwd=self.folder)
+        members = {a or b for a, b in re.findall(r"\((\S+\.o)\)|\)(\S+\.o)\b", trace)}
+        found = {part for part in command if part.endswith(".o")}
+        return found | {each for each in self.compiles if os.path.basename(each) in members and "/tests/" not in each}
+
+    def seconds_of(self, program, test):
+        """The seconds of the processor that the unchanged test takes."""
+        with self.lock:
+            if (program, test) not in self.seconds:
+                self.seconds[program, test] = self._measured(program, test)
+            return self.seconds[program, test]
+
+    def _measured(self, program, test):
+        command = list(self.link_of(program, test))
+        command[command.index("-o") + 1] = "unchanged"
+        compiled_line(command, cwd=self.folder)
+        run = subprocess.Popen([self.folder / "unchanged"], stdout=subprocess.DEVNULL, cwd=self.folder)
+        _, status, used = os.wait4(run.pid, 0)
+        run.returncode = os.waitstatus_to_exitcode(status)
+        if run.returncode != 0:
+            raise RuntimeError(f"{program} fails without a change: {test or 'all of it'}")
+        return used.ru_utime + used.ru_stime
+
+    def stages(self, file):
+        """The runs for a mutant of a file, most telling first: pairs of a program and the only test taken of it."""
+        stem = os.path.basename(file).split(".")[0]
+        likely = FURTHER_TESTS.get(file, []) + [f"{stem}_test", f"{stem}_memory_test"]
+        first = [
+            (program, test)
+            for test in dict.fromkeys(likely) for program in PROGRAMS
+            if any(part.endswith(f"/{test}.cpp.o") for part in self.links[program])
+        ]
+        concerned = [
+            (program, None) for program in PROGRAMS
+            if self.objects_of(program, None).intersection(self.users.get(file, []))
+        ]
+        folder = file.split("/")[1]
+        concerned.sort(key=lambda stage: not stage[0].startswith(folder))
+        return first + concerned
+
+
+class Bench:
+    """A scratch folder in which one mutant after the other is built and run."""
+
+    def __init__(self, base, folder):
+        self.base = base
+        self.folder = folder
+        folder.mkdir(parents=True, exist_ok=True)
+
+    def judge(self, mutant, text):
+        """What becomes of a mutant: ("killed", by what), ("did not compile", why) or ("survived", "")."""
+        changed = self.folder / "changed" / mutant.file
+        changed.parent.mkdir(parents=True, exist_ok=True)
+        changed.write_text(text)
+        objects = {}
+        try:
+            for program, test in self.base.stages(mutant.file):
+                failure = self._failure(mutant.file, changed, objects, program, test)
+                if failure:
+                    return "killed", failure
+        except DidNotCompile as error:
+            return "did not compile", next((line for line in str(error).splitlines() if "error" in line), "")
+        finally:
+            changed.unlink()
+        return "survived", ""
+
+    def _failure(self, file, changed, objects, program, test):
+        needed = self.base.objects_of(program, test).intersection(self.base.users.get(file, []))
+        if not needed:
+            return ""
+        for each in sorted(needed - objects.keys()):
+            objects[each] = str(self.folder / f"{len(objects)}.o")
+            self._compile(file, changed, each, objects[each])
+        link = [objects.get(part, part) if part in needed else part for part in self.base.link_of(program, test)]
+        last = link.index("-o")
+        link[last:last] = [objects[each] for each in sorted(needed) if objects[each] not in link]
+        link[link.index("-o") + 1] = str(self.folder / "tests")
+        compiled_line(link, cwd=self.base.folder)
+        return self._run(program, test)
+
+    def _compile(self, file, changed, source_object, to):
+        command = list(self.base.compiles[source_object])
+        command[command.index("-o") + 1] = to
+        if command[-1] == str(self.base.root / file):
+            command[-1] = str(changed)
+        command[1:1] = ["-I", str(self.folder / "changed")]
+        compiled_line(command, cwd=self.base.folder)
+
+    def _run(self, program, test):
+        """The first failure, told for people; empty when all passes."""
+        seconds = int(3 + 5 * self.base.seconds_of(program, test))
+
+        def limited():
+            resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds + 1))
+            resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+            if not self.base.sanitized:
+                resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+
+        try:
+            done = subprocess.run(
+                [self.folder / "tests", "--gtest_fail_fast", "--gtest_brief=1"], cwd=self.folder,
+                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL, errors="replace",
+                timeout=seconds * PATIENCE, preexec_fn=limited,
+            )
+        except subprocess.TimeoutExpired:
+            return f"{program}: time limit"
+        if done.returncode == 0:
+            return ""
+        if done.returncode in (-24, -9):  # SIGXCPU, SIGKILL
+            return f"{program}: time limit"
+        found = re.search(r"\[  FAILED  \] (\S+)", done.stdout)
+        return f"{program}: " + (found.group(1).rstrip(",") if found else f"ended with {done.returncode}")
