@@ -12,7 +12,6 @@ import re
 import resource
 import shlex
 import subprocess
-import threading
 
 PROGRAMS = (
     "utils_tests", "utils_memory_tests", "options_tests", "configuration_tests", "configuration_memory_tests",
@@ -26,8 +25,8 @@ FURTHER_TESTS = {
     "dalvo/configuration/appliedoptions.cpp": ["applier_test", "consistency_test"],
     "dalvo/configuration/applier.cpp": ["applier_test"],
     "dalvo/configuration/configuration.h": ["configuration_test"],
-    "dalvo/configuration/load.cpp": ["load_test"],
-    "dalvo/configuration/reader.cpp": ["reader_test", "load_test"],
+    "dalvo/configuration/load.cpp": ["load_test", "load_stream_test"],
+    "dalvo/configuration/reader.cpp": ["reader_test", "load_test", "load_stream_test"],
     "dalvo/defaults/raise_assertion.cpp": ["abort_on_exception_test"],
     "dalvo/options/optionparser.cpp": ["optionparser_test", "error_test"],
     "dalvo/options/optionparser.h": ["optionparser_test"],
@@ -37,6 +36,7 @@ FURTHER_TESTS = {
 }
 
 MEMORY = 2 << 30  # bytes that a test may take
+SLOW = 0.1  # seconds from which a test comes after the others
 PATIENCE = 20  # times as long as it takes, seconds of the wall to a second of the processor
 
 
@@ -66,8 +66,8 @@ class Base:
             self.compiles[command[command.index("-o") + 1]] = command
         self.links = {name: self._link_command(name) for name in PROGRAMS}
         self.users = self._users()
-        self.lock = threading.Lock()
-        self.seconds = {}
+        for program in PROGRAMS:
+            self.times_of(program)
 
     def _build(self):
         flags = FLAGS + (SANITIZERS if self.sanitized else "")
@@ -79,7 +79,7 @@ class Base:
         subprocess.run(["ninja", "-C", self.folder, *PROGRAMS], check=True)
 
     def _link_command(self, program):
-        lines = compiled_line(["ninja", "-C", self.folder, "-t", "commands", "-s", program]).splitlines()
+        lines = compiled_line(["ninja", "-C", self.folder, "-t", "commands", "-s", f"tests/{program}"]).splitlines()
         steps = re.split(r" && ", next(line for line in lines if line.startswith(": && ")))
         return shlex.split(steps[1])
 
@@ -107,30 +107,32 @@ class Base:
     @functools.lru_cache(maxsize=None)
     def objects_of(self, program, test):
         """The objects that make up a program, those of the archives included."""
-        command = [*self.link_of(program, test), "-Wl,--trace"]
+        command = [*self.link_of(program, test), "-Wl,--trace,--trace"]
         command[command.index("-o") + 1] = os.devnull
         trace = compiled_line(command, cwd=self.folder)
         members = {a or b for a, b in re.findall(r"\((\S+\.o)\)|\)(\S+\.o)\b", trace)}
         found = {part for part in command if part.endswith(".o")}
         return found | {each for each in self.compiles if os.path.basename(each) in members and "/tests/" not in each}
 
-    def seconds_of(self, program, test):
-        """The seconds of the processor that the unchanged test takes."""
-        with self.lock:
-            if (program, test) not in self.seconds:
-                self.seconds[program, test] = self._measured(program, test)
-            return self.seconds[program, test]
+    @functools.lru_cache(maxsize=None)
+    def times_of(self, program):
+        """The seconds that each test of the unchanged program takes."""
+        path = self.folder / f"{program}.json"
+        subprocess.run([self.folder / "tests" / program, f"--gtest_output=json:{path}"], check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, cwd=self.folder)
+        return {
+            f"{suite['name']}.{test['name']}": float(test["time"].rstrip("s"))
+            for suite in json.loads(path.read_text())["testsuites"] for test in suite["testsuite"]
+        }
 
-    def _measured(self, program, test):
-        command = list(self.link_of(program, test))
-        command[command.index("-o") + 1] = "unchanged"
-        compiled_line(command, cwd=self.folder)
-        run = subprocess.Popen([self.folder / "unchanged"], stdout=subprocess.DEVNULL, cwd=self.folder)
-        _, status, used = os.wait4(run.pid, 0)
-        run.returncode = os.waitstatus_to_exitcode(status)
-        if run.returncode != 0:
-            raise RuntimeError(f"{program} fails without a change: {test or 'all of it'}")
-        return used.ru_utime + used.ru_stime
+    def passes(self, program):
+        """The two runs of a program, its quick tests and then its slow ones: a filter each, and seconds to wait."""
+        times = self.times_of(program)
+        slow = [name for name, seconds in times.items() if seconds > SLOW]
+        seconds_of_slow = sum(times[name] for name in slow)
+        yield "-" + ":".join(slow), int(4 + 2 * (sum(times.values()) - seconds_of_slow))
+        if slow:
+            yield ":".join(slow), int(4 + 2 * seconds_of_slow)
 
     def stages(self, file):
         """The runs for a mutant of a file, most telling first: pairs of a program and the only test taken of it."""
@@ -199,8 +201,11 @@ class Bench:
 
     def _run(self, program, test):
         """The first failure, told for people; empty when all passes."""
-        seconds = int(3 + 5 * self.base.seconds_of(program, test))
+        runs = (self._run_pass(*one) for one in self.base.passes(program))
+        failure = next((failure for failure in runs if failure), "")
+        return failure and f"{test or program}: {failure}"
 
+    def _run_pass(self, chosen, seconds):
         def limited():
             resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds + 1))
             resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
@@ -209,15 +214,15 @@ class Bench:
 
         try:
             done = subprocess.run(
-                [self.folder / "tests", "--gtest_fail_fast", "--gtest_brief=1"], cwd=self.folder,
-                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL, errors="replace",
-                timeout=seconds * PATIENCE, preexec_fn=limited,
+                [self.folder / "tests", "--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={chosen}"],
+                cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
+                errors="replace", timeout=seconds * PATIENCE, preexec_fn=limited,
             )
         except subprocess.TimeoutExpired:
-            return f"{program}: time limit"
+            return "time limit"
         if done.returncode == 0:
             return ""
         if done.returncode in (-24, -9):  # SIGXCPU, SIGKILL
-            return f"{program}: time limit"
+            return "time limit"
         found = re.search(r"\[  FAILED  \] (\S+)", done.stdout)
-        return f"{program}: " + (found.group(1).rstrip(",") if found else f"ended with {done.returncode}")
+        return found.group(1).rstrip(",") if found else f"ended with {done.returncode}"

@@ -44,7 +44,8 @@ def changed_operator(source, at):
         if token.text in SWAPPED_WORDS and source.tokens[at - 1].text != "case":
             yield SWAPPED_WORDS[token.text]
     elif token.text in SWAPPED_MARKS and (token.spaced or token.text in ALWAYS_OPERATORS):
-        if source.tokens[at - 1].text != "operator":
+        is_output = token.text in ("<<", ">>") and source.tokens[at + 1].kind != "number"
+        if source.tokens[at - 1].text != "operator" and not is_output:
             yield from SWAPPED_MARKS[token.text]
 
 

@@ -20,6 +20,8 @@ class Mutants(unittest.TestCase):
         ("++x;", "operator", ["--x;"], "counts the other way"),
         ("vector<int> x;", "operator", [], "brackets of a template are no comparison"),
         ("Node &x = *y;", "operator", [], "a reference and a dereference are no arithmetic"),
+        ("x = y << 8U;", "operator", ["x = y >> 8U;"], "a shift"),
+        ("out << x;", "operator", [], "output is no shift"),
         ("x = 0;", "literal", ["x = 1;"], "nothing below 0: many are unsigned"),
         ("x = 16U;", "literal", ["x = 15U;", "x = 17U;"], "a number moves both ways and keeps its suffix"),
         ("x = 0.7;", "literal", ["x = 0.6;", "x = 0.8;"], "a real number moves by its last digit"),
