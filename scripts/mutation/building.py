@@ -1,7 +1,7 @@
 """Builds the tests once, then again and again with one source changed, and runs them.
 
-The base is an ordinary build by CMake and Ninja. For a mutant its compile and link commands are run again in a scratch
-folder, for those objects alone that the changed source goes into; the changed source stands in a folder of its own,
+The base is an ordinary build by CMake and Ninja. For a changed source its compile and link commands are run again in a
+scratch folder, for those objects alone that the source goes into; the changed source stands in a folder of its own,
 which the compiler searches first.
 """
 
@@ -12,6 +12,8 @@ import re
 import resource
 import shlex
 import subprocess
+
+from mutation import schema
 
 PROGRAMS = (
     "utils_tests", "utils_memory_tests", "options_tests", "configuration_tests", "configuration_memory_tests",
@@ -37,11 +39,16 @@ FURTHER_TESTS = {
 
 MEMORY = 2 << 30  # bytes that a test may take
 SLOW = 0.1  # seconds from which a test comes after the others
-PATIENCE = 20  # times as long as it takes, seconds of the wall to a second of the processor
+PATIENCE = 60  # times as long as it takes, seconds of the wall to a second of the processor
 
 
 class DidNotCompile(Exception):
     pass
+
+
+def first_error(text):
+    line = next((line for line in text.splitlines() if "error" in line), "")
+    return line.rsplit("error: ", 1)[-1]
 
 
 def compiled_line(command, **changes):
@@ -155,43 +162,91 @@ class Base:
 
 
 class Bench:
-    """A scratch folder in which one mutant after the other is built and run."""
+    """A scratch folder in which the mutants of one source after the other are built and run."""
 
     def __init__(self, base, folder):
         self.base = base
         self.folder = folder
         folder.mkdir(parents=True, exist_ok=True)
 
-    def judge(self, mutant, text):
-        """What becomes of a mutant: ("killed", by what), ("did not compile", why) or ("survived", "")."""
-        changed = self.folder / "changed" / mutant.file
-        changed.parent.mkdir(parents=True, exist_ok=True)
-        changed.write_text(text)
+    def judge(self, source, mutants, keep):
+        """Tells `keep` what becomes of each mutant: ("killed", by what), ("did not compile", why), ("survived", "").
+        Those inside of function bodies are built together."""
+        together = schema.able(source, mutants)
+        if together:
+            self._judge_together(source, {mutant: number for number, mutant in enumerate(together, 1)}, keep)
+        for mutant in sorted(set(mutants).difference(together), key=mutants.index):
+            text = source.text[: mutant.start] + mutant.text + source.text[mutant.end :]
+            keep(mutant, self._judge_alone(mutant, text))
+
+    def _judge_alone(self, mutant, text):
         objects = {}
         try:
             for program, test in self.base.stages(mutant.file):
-                failure = self._failure(mutant.file, changed, objects, program, test)
-                if failure:
-                    return "killed", failure
+                if self._build(mutant.file, text, objects, program, test):
+                    failure = self._failure(program, test, 0)
+                    if failure:
+                        return "killed", failure
         except DidNotCompile as error:
-            return "did not compile", next((line for line in str(error).splitlines() if "error" in line), "")
-        finally:
-            changed.unlink()
+            return "did not compile", first_error(str(error))
         return "survived", ""
 
-    def _failure(self, file, changed, objects, program, test):
+    def _judge_together(self, source, alive, keep):
+        objects = {}
+        for program, test in self.base.stages(source.name):
+            alive = self._build_together(source, alive, objects, program, test, keep)
+            if alive and test is not None and self._failure(program, test, 0):
+                raise RuntimeError(f"{test} fails without a mutant of {source.name}")
+            for mutant, number in list(alive.items()) if objects else []:
+                failure = self._failure(program, test, number)
+                if failure:
+                    keep(mutant, ("killed", failure))
+                    del alive[mutant]
+        for mutant in alive:
+            keep(mutant, ("survived", ""))
+
+    def _build_together(self, source, alive, objects, program, test, keep):
+        """Builds a program with all mutants that compile, and returns these."""
+        while alive:
+            text = schema.schema_of(source, alive)
+            try:
+                self._build(source.name, text.text, objects, program, test)
+                return alive
+            except DidNotCompile as error:
+                wrong = {}
+                for line in str(error).splitlines():
+                    place = re.search(re.escape(f"/changed/{source.name}") + r":(\d+):.*error", line)
+                    if place and int(place.group(1)) in text.lines:
+                        wrong.setdefault(text.lines[int(place.group(1))], line)
+                if not wrong:
+                    raise
+                for mutant, line in wrong.items():
+                    keep(mutant, ("did not compile", first_error(line)))
+                alive = {mutant: number for mutant, number in alive.items() if mutant not in wrong}
+        return alive
+
+    def _build(self, file, text, objects, program, test):
+        """Builds a program with `text` in place of a file; `objects` holds those that are compiled already. False when
+        the file does not go into it."""
         needed = self.base.objects_of(program, test).intersection(self.base.users.get(file, []))
         if not needed:
-            return ""
-        for each in sorted(needed - objects.keys()):
-            objects[each] = str(self.folder / f"{len(objects)}.o")
-            self._compile(file, changed, each, objects[each])
+            return False
+        changed = self.folder / "changed" / file
+        changed.parent.mkdir(parents=True, exist_ok=True)
+        changed.write_text(text)
+        try:
+            for each in sorted(needed - objects.keys()):
+                made = str(self.folder / f"{len(objects)}.o")
+                self._compile(file, changed, each, made)
+                objects[each] = made
+        finally:
+            changed.unlink()
         link = [objects.get(part, part) if part in needed else part for part in self.base.link_of(program, test)]
         last = link.index("-o")
         link[last:last] = [objects[each] for each in sorted(needed) if objects[each] not in link]
         link[link.index("-o") + 1] = str(self.folder / "tests")
         compiled_line(link, cwd=self.base.folder)
-        return self._run(program, test)
+        return True
 
     def _compile(self, file, changed, source_object, to):
         command = list(self.base.compiles[source_object])
@@ -201,13 +256,13 @@ class Bench:
         command[1:1] = ["-I", str(self.folder / "changed")]
         compiled_line(command, cwd=self.base.folder)
 
-    def _run(self, program, test):
+    def _failure(self, program, test, number):
         """The first failure, told for people; empty when all passes."""
-        runs = (self._run_pass(*one) for one in self.base.passes(program))
+        runs = (self._run_pass(number, *one) for one in self.base.passes(program))
         failure = next((failure for failure in runs if failure), "")
         return failure and f"{test or program}: {failure}"
 
-    def _run_pass(self, chosen, seconds):
+    def _run_pass(self, number, chosen, seconds):
         def limited():
             resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds + 1))
             resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
@@ -218,7 +273,7 @@ class Bench:
             done = subprocess.run(
                 [self.folder / "tests", "--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={chosen}"],
                 cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
-                errors="replace", timeout=seconds * PATIENCE, preexec_fn=limited,
+                env={**os.environ, schema.VARIABLE: str(number)}, errors="replace", timeout=seconds * PATIENCE, preexec_fn=limited,
             )
         except subprocess.TimeoutExpired:
             return "time limit"
