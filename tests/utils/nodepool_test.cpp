@@ -144,4 +144,10 @@ TEST(node_pool, bounds_a_growth_beyond_64_bits)
     EXPECT_EQ(chunk_sizes(pool, 12), std::vector<std::size_t>({2, 5, 5}));
 }
 
+TEST(node_pool, bounds_a_growth_to_the_least_size_beyond_64_bits)
+{
+    Pool pool(2, 9223372036854775808.0F, 5); // 2 * 2^63
+    EXPECT_EQ(chunk_sizes(pool, 12), std::vector<std::size_t>({2, 5, 5}));
+}
+
 } // namespace
