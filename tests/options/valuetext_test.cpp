@@ -686,6 +686,28 @@ TEST(parse_float, rounds_once_and_ties_to_even)
     EXPECT_EQ(bits_of(static_cast<float>(9007199791611905.0)), bits_of(9007199254740992.0F));
 }
 
+TEST(parse_float, rejects_what_is_no_decimal_even_where_its_start_is_out_of_range)
+{
+    const struct {
+        std::string text;
+        const char *why;
+    } rows[] = {
+        {"1e-999x", "a letter behind too small a decimal"},
+        {"1e-999:", "the character behind the digits"},
+        {"1e-999/", "the character before them"},
+        {"1e-999 ", "a blank"},
+        {"1e-999.5", "an exponent is whole"},
+        {"1e-999e5", "two exponents"},
+        {"0." + zeros(100) + "1e", "an exponent without digits"},
+        {"0." + zeros(100) + "1e-", "an exponent of a sign alone"},
+        {"0." + zeros(100) + "1.", "two points"},
+        {"+-1e-999", "two signs"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(parse_float(row.text), std::nullopt) << row.why;
+    }
+}
+
 TEST(parse_float, weighs_zeros_against_the_exponent)
 {
     const struct {
