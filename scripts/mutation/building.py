@@ -12,6 +12,7 @@ import re
 import resource
 import shlex
 import subprocess
+import time
 
 from mutation import schema
 
@@ -164,9 +165,10 @@ class Base:
 class Bench:
     """A scratch folder in which the mutants of one source after the other are built and run."""
 
-    def __init__(self, base, folder):
+    def __init__(self, base, folder, deadline):
         self.base = base
         self.folder = folder
+        self.deadline = deadline  # of time.monotonic(); what is not judged by then is left
         folder.mkdir(parents=True, exist_ok=True)
 
     def judge(self, source, mutants, keep):
@@ -176,8 +178,13 @@ class Bench:
         if together:
             self._judge_together(source, {mutant: number for number, mutant in enumerate(together, 1)}, keep)
         for mutant in sorted(set(mutants).difference(together), key=mutants.index):
+            if self._is_late():
+                return
             text = source.text[: mutant.start] + mutant.text + source.text[mutant.end :]
             keep(mutant, self._judge_alone(mutant, text))
+
+    def _is_late(self):
+        return time.monotonic() > self.deadline
 
     def _judge_alone(self, mutant, text):
         objects = {}
@@ -198,6 +205,8 @@ class Bench:
             if alive and test is not None and self._failure(program, test, 0):
                 raise RuntimeError(f"{test} fails without a mutant of {source.name}")
             for mutant, number in list(alive.items()) if objects else []:
+                if self._is_late():
+                    return
                 failure = self._failure(program, test, number)
                 if failure:
                     keep(mutant, ("killed", failure))
@@ -273,7 +282,8 @@ class Bench:
             done = subprocess.run(
                 [self.folder / "tests", "--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={chosen}"],
                 cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
-                env={**os.environ, schema.VARIABLE: str(number)}, errors="replace", timeout=seconds * PATIENCE, preexec_fn=limited,
+                env={**os.environ, schema.VARIABLE: str(number)}, errors="replace", timeout=seconds * PATIENCE,
+                preexec_fn=limited,
             )
         except subprocess.TimeoutExpired:
             return "time limit"

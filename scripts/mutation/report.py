@@ -43,18 +43,22 @@ def share(counts):
 
 
 def is_enough(chosen, results):
-    return share(sum(counted(chosen, results).values(), Counter())) >= ENOUGH
+    """Whether all of `chosen` were judged, and enough of them killed."""
+    all_judged = all(mutant in results for mutant in chosen)
+    return all_judged and share(sum(counted(chosen, results).values(), Counter())) >= ENOUGH
 
 
 def written(chosen, results, seconds):
+    of = len(chosen)
+    chosen = [mutant for mutant in chosen if mutant in results]
     counts = counted(chosen, results)
     total = sum(counts.values(), Counter())
     kinds = ("killed", "survived", "equivalent", "did not compile")
     lines = [
         "# Mutants",
         "",
-        f"{len(chosen)} mutants in {len(counts)} files, {seconds / 60:.0f} minutes. Of those that compile and are not "
-        f"equivalent, {100 * share(total):.1f} % are killed.",
+        f"{len(chosen)} of {of} mutants in {len(counts)} files, {seconds / 60:.0f} minutes. Of those that compile and "
+        f"are not equivalent, {100 * share(total):.1f} % are killed.",
         "",
         "| file | mutants | killed | survived | equivalent | did not compile | share killed |",
         "|---|--:|--:|--:|--:|--:|--:|",
