@@ -13,15 +13,18 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/chain_model.h"
+
 namespace {
 
 using namespace std::string_literals;
 using dalvo::hsh::GetKey_pair;
 using dalvo::hsh::HashMap;
 using dalvo::hsh::Hashtable;
+using dalvo::testing::ChainModel;
+using dalvo::testing::Chains;
 
 using Map = HashMap<std::string, std::vector<int>>;
-using Chains = std::vector<std::vector<std::string>>; // the keys of each bucket, from head to tail
 
 Chains chains_of(const Map &map)
 {
@@ -291,61 +294,12 @@ TEST(hash_map, turns_a_long_chain_over_at_each_growth)
     EXPECT_EQ(map.table().buckets().size(), 643U);
 }
 
-/// The map's chains by another way: lists of keys, made anew from what growth is to do.
-class Model {
-public:
-    void call(const std::string &key)
-    {
-        if (count >= crowded_at[step]) {
-            grow();
-        }
-        std::vector<std::string> &chain = chains[bucket_of(key)];
-        for (const std::string &present : chain) {
-            if (present == key) {
-                return;
-            }
-        }
-        chain.insert(chain.begin(), key);
-        ++count;
-    }
-
-    Chains chains = Chains(31);
-    std::size_t count = 0;
-
-private:
-    std::size_t bucket_of(const std::string &key) const
-    {
-        std::uint64_t h = 0;
-        for (std::size_t i = 0; i < key.size() && key[i] != '\0'; ++i) {
-            const int c = static_cast<unsigned char>(key[i]);
-            h = h * 4 + h + static_cast<std::uint64_t>(c < 128 ? c : c - 256);
-        }
-        return h % chains.size();
-    }
-
-    void grow()
-    {
-        const Chains old = std::move(chains);
-        chains = Chains(sizes[++step]);
-        for (const std::vector<std::string> &chain : old) {
-            for (const std::string &key : chain) {
-                std::vector<std::string> &target = chains[bucket_of(key)];
-                target.insert(target.begin(), key);
-            }
-        }
-    }
-
-    static constexpr std::size_t sizes[] = {31, 73, 151, 313, 643, 1291};
-    static constexpr std::size_t crowded_at[] = {22, 52, 106, 220, 451, 904};
-    std::size_t step = 0;
-};
-
 TEST(hash_map, agrees_with_a_model_of_its_chains_on_random_calls)
 {
     std::mt19937 random(31);
     for (int round = 0; round < 4; ++round) {
         Map map;
-        Model model;
+        ChainModel model;
         while (model.count < 600) {
             std::string key(random() % 4, ' ');
             for (char &c : key) {
