@@ -15,6 +15,11 @@ if(DALVO_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(DALVO_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+endif()
+
 if(DALVO_COVERAGE)
   add_compile_options(--coverage -O0)
   add_link_options(--coverage)
