@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <limits>
 
 namespace dalvo::hsh {
 
@@ -18,7 +19,7 @@ inline constexpr std::uint64_t primes[28] = {
 /// be above it.
 inline std::uint64_t next_bucket_count(std::uint64_t n) noexcept
 {
-    if (n + 1 == 0) {
+    if (n == std::numeric_limits<std::uint64_t>::max()) {
         return n;
     }
     const std::uint64_t *found = std::lower_bound(std::begin(primes), std::end(primes), n + 1);
