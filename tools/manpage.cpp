@@ -159,7 +159,7 @@ std::string command_text(const std::string &tool, const CLI::App &app)
 /// "Answers it." as "answers it".
 std::string summary(std::string description)
 {
-    description = description.substr(0, description.find('.'));
+    description.erase(std::min(description.find('.'), description.size()));
     if (!description.empty()) {
         description[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(description[0])));
     }
