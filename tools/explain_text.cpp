@@ -116,6 +116,7 @@ void write_forcing(const std::string &name, const Forcing &forcing)
     if (!forced.empty()) {
         std::cout << "\nForces:\n";
         std::vector<Row> rows;
+        rows.reserve(forced.size());
         for (const std::string &other : forced) {
             rows.push_back({other, "= " + shown_value(setting_named(forcing.settings(), other))});
         }
