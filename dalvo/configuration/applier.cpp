@@ -25,8 +25,8 @@ std::vector<std::string> log_sections(const std::string &text)
 {
     std::vector<std::string> names;
     const auto pieces = str::get_tokenizer(text, ",", 0);
-    for (auto at = pieces->begin(); at != pieces->end(); ++at) {
-        names.push_back(*at);
+    for (const std::string &name : *pieces) {
+        names.push_back(name);
     }
     if (names.size() == 1 && names.front() == "ALL") {
         names.clear();
