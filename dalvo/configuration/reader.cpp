@@ -81,9 +81,7 @@ private:
             return;
         }
         const TextPiece inside = piece(line.text, stripped.column, end - 1);
-        if (inside.text.empty()) {
-            receiver.malformed(line, stripped, names);
-        } else if (inside.text == "default") { // only as the whole header: among several names it is one like any other
+        if (inside.text == "default") { // only as the whole header: among several names it is one like any other
             names.push_back({inside.text.substr(0, 0), inside.column});
             receiver.header(line, names);
         } else if (split_names(line.text, inside)) {
