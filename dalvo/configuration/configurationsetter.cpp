@@ -43,8 +43,8 @@ void ConfigurationSetter::parse_active_config()
         return;
     }
     // Looked up here, since the map's own look-up would create the section.
-    const std::uint64_t hash = hsh::hash<std::string>()(active_config);
-    for (const auto *node = table.buckets()[hash % table.buckets().size()]; node != nullptr; node = node->next()) {
+    const std::uint64_t bucket = hsh::hash<std::string>()(active_config) % table.buckets().size();
+    for (const auto *node = table.buckets()[bucket]; node != nullptr; node = node->next()) {
         const auto &[name, entries] = node->value();
         if (name.size() == active_config.size() && std::memcmp(name.data(), active_config.data(), name.size()) == 0) {
             replay(entries);
