@@ -45,10 +45,10 @@ public:
         friend class Hashtable;
         friend class NodePool<Bucket>;
 
-        Bucket() noexcept {}
-        ~Bucket() {}
+        Bucket() noexcept {} // NOLINT(modernize-use-equals-default): would be deleted, as the union has no default
+        ~Bucket() {}         // NOLINT(modernize-use-equals-default): the same
 
-        Bucket *next_;
+        Bucket *next_ = nullptr;
         union {
             Element value_; // lives while the node is in a chain
         };
@@ -125,7 +125,7 @@ private:
             }
             head = heads;
             for (Bucket *node : batch) {
-                node->next_ = **head;
+                node->next_ = **head; // NOLINT(clang-analyzer-core.NullDereference): filled above, for as many nodes
                 **head++ = node;
             }
         });

@@ -42,7 +42,7 @@ public:
         while (chunks != nullptr) {
             Chunk *const chunk = chunks;
             chunks = chunk->link;
-            std::free(chunk);
+            std::free(chunk); // NOLINT(cppcoreguidelines-no-malloc): see the layout of a chunk
         }
     }
 
@@ -53,6 +53,7 @@ public:
             add_chunk();
         }
         Node *const node = free_nodes;
+        assert(node != nullptr); // no chunk is without a node
         free_nodes = node->next_;
         node->next_ = nullptr;
         return node;
@@ -69,6 +70,7 @@ private:
     struct Chunk {
         Chunk *link;
 
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): see the layout of a chunk
         Node *nodes() { return reinterpret_cast<Node *>(this + 1); }
     };
 
@@ -77,6 +79,7 @@ private:
         if (chunk_nodes > (std::numeric_limits<std::size_t>::max() - sizeof(Chunk)) / sizeof(Node)) {
             throw std::bad_alloc();
         }
+        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): see the layout of a chunk
         void *const block = std::malloc(chunk_nodes * sizeof(Node) + sizeof(Chunk));
         if (block == nullptr) {
             throw std::bad_alloc();
