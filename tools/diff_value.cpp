@@ -24,7 +24,7 @@ std::string float_text(double value)
     if (std::isnan(value)) {
         return "nan";
     }
-    const float narrow = static_cast<float>(value);
+    const auto narrow = static_cast<float>(value);
     const bool is_float = std::equal_to<>()(static_cast<double>(narrow), value);
     return is_float ? shortest(narrow) : shortest(value);
 }
@@ -38,6 +38,7 @@ bool same_value(const Setting &a, const Setting &b)
     if (number == nullptr || other == nullptr) {
         return a.value == b.value;
     }
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): 0 and -0 differ
     return (std::isnan(*number) && std::isnan(*other)) || std::memcmp(number, other, sizeof *number) == 0;
 }
 

@@ -199,7 +199,7 @@ std::string roff_text(const std::string &text)
 
 std::string manual_page(const CLI::App &tool)
 {
-    const std::string name = tool.get_name();
+    const std::string &name = tool.get_name();
     std::string text = ".\\\" Written by `" + name + " man` out of its own help.\n.TH " + roff_text(upper(name)) +
                        " 1 \"\" \"" + roff_text(tool.version()) + "\"\n.SH NAME\n" + roff_text(name) + " \\- " +
                        roff_text(summary(tool.get_description())) + "\n.SH SYNOPSIS\n" + bold(name) + "\n" +

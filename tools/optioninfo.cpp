@@ -81,7 +81,7 @@ std::string OptionInfo::accepted() const
     if (type == OPT_BOOL) {
         return "true or false";
     }
-    const std::string range = applied.accepted();
+    std::string range = applied.accepted();
     if (range != "any") {
         return range;
     }
