@@ -9,7 +9,7 @@ namespace dalvo::tools {
 
 namespace {
 
-std::vector<std::string> warnings;
+std::vector<std::string> warnings; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): the process's
 
 } // namespace
 

@@ -24,6 +24,7 @@ std::size_t terminal_width()
         std::from_chars(columns, columns + std::strlen(columns), width);
     }
     winsize size{};
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): no other function tells
     if (width == 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) {
         width = size.ws_col;
     }

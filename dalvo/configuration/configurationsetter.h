@@ -58,7 +58,7 @@ public:
 
     /// Section name to the section's assignments in the order in which they were read; "" is the unnamed section,
     /// which always applies.
-    using SectionTable =
+    using SectionTable = // NOLINTNEXTLINE(modernize-use-transparent-functors): the type is named by hosts
         hsh::HashMap<std::string, std::vector<OptEntry>, hsh::hash<std::string>, std::equal_to<std::string>>;
 
     /// No option registered, no section, no active section. Throws std::bad_alloc when memory runs out.

@@ -2,4 +2,5 @@
 
 /// The built-in default configuration text: NUL-terminated pieces that are joined with nothing between them, then a
 /// null pointer. Defined by dalvo::defaults, or by the host.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): hosts define it in just this way
 extern "C" const char *dalvo_default_config[];

@@ -238,6 +238,7 @@ private:
 
 ConfigurationSetter::ConfigEntryPrinter::~ConfigEntryPrinter() = default;
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): a setter dumps, whether it needs itself or not
 void ConfigurationSetter::dump(const Configuration *cfg, std::ostream &out,
                                const ConfigEntryPrinter &entry_printer) const
 {

@@ -8,7 +8,8 @@ namespace dalvo {
 /// An option's name as a sequence of rows spells it: whole, or in two parts, of which the first is shared by many rows.
 /// Borrows the characters; any bytes, both parts may be empty.
 struct OptionName {
-    OptionName(const char *whole) : rest(whole) {} // not explicit: a row names its option by a literal
+    // cppcheck-suppress noExplicitConstructor ; a row names its option by a literal
+    OptionName(const char *whole) : rest(whole) {} // NOLINT(google-explicit-constructor): for the same reason
     OptionName(std::string_view shared, std::string_view own) : prefix(shared), rest(own) {}
 
     std::string_view prefix;
