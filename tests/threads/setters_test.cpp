@@ -16,6 +16,7 @@
 #include "dalvo/configuration/appliedoptions.h"
 #include "dalvo/configuration/configurationsetter.h"
 #include "tests/support/applied_rows.h"
+#include "tests/support/classic_locale.h"
 #include "tests/support/records.h"
 #include "tests/support/sections.h"
 #include "tests/support/settings.h"
@@ -29,6 +30,7 @@ using dalvo::Configuration;
 using dalvo::ConfigurationSetter;
 using dalvo::OptionParser;
 using dalvo::testing::CatalogueSetter;
+using dalvo::testing::ClassicStream;
 using dalvo::testing::FullSetter;
 using dalvo::testing::GivenValues;
 using dalvo::testing::load_text;
@@ -103,7 +105,7 @@ void expect_same_at_once(const Job &job)
 
 std::string text_of(const Sections &sections)
 {
-    std::ostringstream text;
+    ClassicStream text;
     for (const auto &[name, entries] : sections) {
         text << '[' << name << "]\n";
         for (const auto &entry : entries) {
@@ -115,7 +117,7 @@ std::string text_of(const Sections &sections)
 
 std::string text_of(const OptionParser &options)
 {
-    std::ostringstream text;
+    ClassicStream text;
     options.print_help(text);
     for (const OptionParser::Option &option : options.options()) {
         text << option.name << ' ' << option.level << ' ' << option.value.index() << '\n';
@@ -152,7 +154,7 @@ template <class Action> std::string error_from(Action action)
 /// values: which ones, the job's number decides.
 std::string configuration_text(const GivenValues &values, std::size_t number)
 {
-    std::ostringstream text;
+    ClassicStream text;
     text << "# job " << number << "\nverbosity = " << number % 3 << '\n';
     std::size_t place = 0;
     for (const auto &[name, given] : values) {
@@ -175,7 +177,7 @@ Outcome configured(const GivenValues &values, std::size_t number)
     Configuration record;
     setter.update_config(&record);
 
-    std::ostringstream dump;
+    ClassicStream dump;
     setter.dump(&record, dump, "again");
     const dalvo::testing::RecordingPrinter printer;
     setter.dump(&record, dump, printer);
