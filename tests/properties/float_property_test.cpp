@@ -107,8 +107,8 @@ RC_GTEST_PROP(float_options, hold_what_strtof_reads_at_every_decimal_exponent, (
     const std::string whole = *digit_texts;
     const std::string fraction = *digit_texts;
     const std::string letter = *rc::gen::element<std::string>("e", "E");
-    const std::string number =
-        (whole.empty() && fraction.empty() ? "0" : whole) + (*rc::gen::arbitrary<bool>() || !fraction.empty() ? "." : "");
+    const std::string digits = whole.empty() && fraction.empty() ? "0" : whole;
+    const std::string number = digits + (*rc::gen::arbitrary<bool>() || !fraction.empty() ? "." : "");
     for (int exponent = -180; exponent <= 150; ++exponent) { // of up to a hundred digits on each side
         expect_as_strtof(sign + number + fraction + letter + (exponent >= 0 && exponent % 2 == 0 ? "+" : "") +
                          std::to_string(exponent));

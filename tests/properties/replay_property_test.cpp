@@ -114,9 +114,10 @@ rc::Gen<std::string> section_names()
 
 rc::Gen<Block> blocks()
 {
-    return rc::gen::build<Block>(
-        rc::gen::set(&Block::sections, rc::gen::resize(4, rc::gen::container<Names>(section_names()))),
-        rc::gen::set(&Block::assignments, rc::gen::resize(6, rc::gen::container<std::vector<Assignment>>(assignments()))));
+    const auto sections = rc::gen::container<Names>(section_names());
+    const auto lines = rc::gen::container<std::vector<Assignment>>(assignments());
+    return rc::gen::build<Block>(rc::gen::set(&Block::sections, rc::gen::resize(4, sections)),
+                                 rc::gen::set(&Block::assignments, rc::gen::resize(6, lines)));
 }
 
 rc::Gen<Operation> operations()

@@ -112,7 +112,7 @@ TEST(hash_map_memory, refused_to_an_insertion_leaves_the_map_as_it_was_at_every_
 TEST(hash_map_memory, refused_to_a_look_up_leaves_the_map_as_it_was)
 {
     std::size_t all = 0;
-    for (const std::size_t stored : {1, 16, 21, 22, 23, 51, 52, 53, 106}) {
+    for (const std::size_t stored : {1U, 16U, 21U, 22U, 23U, 51U, 52U, 53U, 106U}) {
         SCOPED_TRACE(stored);
         const Access access(stored, numbered(stored / 2));
         EXPECT_EQ(access.count_after, stored);
