@@ -239,6 +239,15 @@ void *operator new(std::size_t size)
     return dalvo::support::noted_new(size);
 }
 
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+{
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
+}
+
 void operator delete(void *block) noexcept
 {
     dalvo::support::noted_delete(block);
