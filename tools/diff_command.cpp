@@ -8,6 +8,7 @@
 #include "tools/diff_table.h"
 #include "tools/diff_value.h"
 #include "tools/inputs.h"
+#include "tools/jsontext.h"
 
 namespace dalvo::tools {
 

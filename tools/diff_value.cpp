@@ -64,9 +64,4 @@ nlohmann::ordered_json json_value(const Setting &setting)
     return std::visit([](const auto &value) { return nlohmann::ordered_json(value); }, setting.value);
 }
 
-std::string json_text(const nlohmann::ordered_json &json)
-{
-    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
-}
-
 } // namespace dalvo::tools

@@ -18,7 +18,4 @@ std::string shown_value(const Setting &setting);
 /// The value for programs: floats in the same digits, "inf", "-inf" and "nan" as texts.
 nlohmann::ordered_json json_value(const Setting &setting);
 
-/// As every command writes it: indented by two, a final newline, U+FFFD for bytes that are no UTF-8.
-std::string json_text(const nlohmann::ordered_json &json);
-
 } // namespace dalvo::tools

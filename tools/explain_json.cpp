@@ -2,6 +2,7 @@
 
 #include "tools/diff_value.h"
 #include "tools/explain_report.h"
+#include "tools/jsontext.h"
 
 namespace dalvo::tools {
 

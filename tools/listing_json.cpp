@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "tools/diff_value.h"
+#include "tools/jsontext.h"
 #include "tools/listing.h"
 #include "tools/settings.h"
 

@@ -3,11 +3,10 @@
 #include <iterator>
 #include <memory>
 
-#include <nlohmann/json.hpp>
-
 #include "tools/commands.h"
 #include "tools/diagnostics.h"
 #include "tools/inputs.h"
+#include "tools/jsontext.h"
 #include "tools/presetnames.h"
 
 namespace dalvo::tools {
@@ -57,7 +56,7 @@ void write_json(const std::vector<Preset> &chosen)
     for (const Preset &preset : chosen) {
         list.push_back({{"name", preset.name}, {"summary", summary_of(preset)}, {"text", preset.text}});
     }
-    std::cout << list.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    std::cout << json_text(list);
 }
 
 int run_presets(const PresetsArguments &arguments)

@@ -14,6 +14,26 @@ bool is_continuation(std::string_view text, std::size_t at)
     return at < text.size() && (byte_at(text, at) & 0xC0U) == 0x80;
 }
 
+} // namespace
+
+CodePoint first_code_point(std::string_view text)
+{
+    const std::size_t first = byte_at(text, 0);
+    if (first < 0x80) {
+        return {first, 1};
+    }
+    const std::size_t size = first < 0xC2 || first > 0xF4 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    std::size_t code = first & (0xFFU >> (size + 1));
+    for (std::size_t i = 1; i < size; ++i) {
+        if (!is_continuation(text, i)) {
+            return {0, 0};
+        }
+        code = (code << 6U) | (byte_at(text, i) & 0x3FU);
+    }
+    constexpr std::size_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    return {code, code >= smallest[size] ? size : 0};
+}
+
 bool is_printable(std::size_t code)
 {
     const bool is_control = code < 0x20 || (code >= 0x7F && code < 0xA0) || (code >= 0xD800 && code <= 0xDFFF);
@@ -22,24 +42,10 @@ bool is_printable(std::size_t code)
     return !is_control && !is_unseen && code <= 0x10FFFF;
 }
 
-} // namespace
-
 std::size_t printable_size(std::string_view text)
 {
-    const std::size_t first = byte_at(text, 0);
-    if (first < 0x80) {
-        return is_printable(first) ? 1 : 0;
-    }
-    const std::size_t size = first < 0xC2 || first > 0xF4 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    std::size_t code = first & (0xFFU >> (size + 1));
-    for (std::size_t i = 1; i < size; ++i) {
-        if (!is_continuation(text, i)) {
-            return 0;
-        }
-        code = (code << 6U) | (byte_at(text, i) & 0x3FU);
-    }
-    constexpr std::size_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    return code >= smallest[size] && is_printable(code) ? size : 0;
+    const CodePoint first = first_code_point(text);
+    return is_printable(first.code) ? first.size : 0;
 }
 
 std::string escape_of(char c)

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
-#include <nlohmann/json.hpp>
-
 #include "tools/diagnostics.h"
+#include "tools/jsontext.h"
 
 namespace dalvo::tools {
 
@@ -91,7 +90,7 @@ void write_json(std::ostream &out, const std::vector<Finding> &findings)
     }
     json["errors"] = count(findings, Severity::error);
     json["warnings"] = count(findings, Severity::warning);
-    out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    out << json_text(json);
 }
 
 std::string counts(const std::vector<Finding> &findings)

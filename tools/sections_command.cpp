@@ -5,8 +5,8 @@
 #include "tools/commands.h"
 #include "tools/diagnostics.h"
 #include "tools/diff_table.h"
-#include "tools/diff_value.h"
 #include "tools/inputs.h"
+#include "tools/jsontext.h"
 #include "tools/presets.h"
 
 namespace dalvo::tools {

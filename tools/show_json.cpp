@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "tools/diff_value.h"
+#include "tools/jsontext.h"
 #include "tools/optioninfo.h"
 #include "tools/show_settings.h"
 

@@ -15,6 +15,7 @@
 #include "tools/diagnostics.h"
 #include "tools/diff_table.h"
 #include "tools/excerpt.h"
+#include "tools/jsontext.h"
 
 namespace {
 
@@ -126,6 +127,48 @@ TEST_F(hostile_text, of_the_command_line_never_reaches_the_terminal_raw)
         EXPECT_EQ(raw_bytes_in(shown_text), "") << arguments;
         EXPECT_NE(shown_text.find("%s%n%d\\x1b[31m"), std::string::npos) << arguments << ":\n" << shown_text;
     }
+}
+
+TEST_F(hostile_text, in_json_never_reaches_the_terminal_raw)
+{
+    const std::string text = "[" + harm + "]\nprinter.defines_prefix = " + harm + "\n" + harm + " = 1\n";
+    for (const char *arguments : {
+             "check t.cfg --format json",
+             "sections t.cfg --format json",
+             "explain printer.defines_prefix t.cfg --format json",
+         }) {
+        const std::string shown_text = written(text, arguments, "2>/dev/null");
+        const std::string raw = raw_bytes_in(shown_text);
+        EXPECT_EQ(raw.find_first_of("\x7F\xC2\xE2"), std::string::npos) << arguments << ":\n" << shown_text;
+    }
+    const std::string setting = "printer.defines_prefix = " + harm + "\n";
+    for (const char *arguments : {"show --changed t.cfg --format json", "diff t.cfg empty.cfg --format json"}) {
+        const std::string shown_text = written(setting, arguments, "2>/dev/null");
+        EXPECT_NE(shown_text.find("\\u007f"), std::string::npos) << arguments << ":\n" << shown_text;
+        EXPECT_EQ(raw_bytes_in(shown_text).find_first_of("\x7F\xC2\xE2"), std::string::npos) << arguments;
+    }
+}
+
+TEST(json_text, escapes_what_is_not_printable_and_loses_nothing_else)
+{
+    const struct {
+        std::string value;
+        std::string expected;
+        const char *why;
+    } rows[] = {
+        {"~\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "\"~\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80\"\n", "1 to 4 bytes"},
+        {"\x7F", "\"\\u007f\"\n", "delete"},
+        {"\x1B\n", "\"\\u001b\\n\"\n", "control bytes"},
+        {"\xC2\x80\xC2\x9F", "\"\\u0080\\u009f\"\n", "the other control characters"},
+        {"\xE2\x80\xAE\xEF\xBB\xBF", "\"\\u202e\\ufeff\"\n", "what turns or hides text"},
+        {"\x9B\xFF", "\"\xEF\xBF\xBD\xEF\xBF\xBD\"\n", "no UTF-8"},
+        {"\xED\xA0\x80", "\"\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\"\n", "a surrogate"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(json_text(row.value), row.expected) << row.why;
+    }
+    const std::string value = "\x7F\xC2\x80\xE2\x80\xAE\\\"";
+    EXPECT_EQ(nlohmann::ordered_json::parse(json_text(value)).get<std::string>(), value);
 }
 
 TEST_F(hostile_text, stands_in_a_shown_configuration_as_it_is)
