@@ -59,7 +59,7 @@ TEST(configurationsetter_memory, is_asked_for_in_proportion_to_the_options)
 
 TEST(configurationsetter_memory, is_asked_for_at_most_three_times_a_line_however_long_the_names_are)
 {
-    for (const std::size_t length : {1, 15, 16, 1000, 100000}) {
+    for (const std::size_t length : {1U, 15U, 16U, 1000U, 100000U}) {
         std::string text;
         constexpr std::size_t lines = 1000;
         for (std::size_t i = 0; i < lines; ++i) {
