@@ -74,6 +74,27 @@ TEST(configurationsetter_memory, is_asked_for_at_most_three_times_a_line_however
     }
 }
 
+TEST(configurationsetter_memory, of_sections_comes_in_chunks_of_16_doubling_up_to_8192)
+{
+    constexpr std::size_t sections = 16368 + 1; // those of the ten chunks up to the first of 8192, and one more
+    std::string text;
+    for (std::size_t i = 1; i < sections; ++i) {
+        text += "[" + std::to_string(i) + "]\n";
+    }
+    std::istringstream in(text);
+    using Section = std::vector<ConfigurationSetter::OptEntry>;
+    constexpr std::size_t node = sizeof(void *) + sizeof(std::string) + sizeof(Section);
+    std::vector<std::size_t> expected;
+    for (const std::size_t nodes : {16U, 32U, 64U, 128U, 256U, 512U, 1024U, 2048U, 4096U, 8192U, 8192U}) {
+        expected.push_back(sizeof(void *) + nodes * node);
+    }
+    const HeapWatch watch;
+    ConfigurationSetter setter;
+    setter.load(in, 0);
+    EXPECT_EQ(setter.sections().table().count(), sections) << "with the unnamed one";
+    EXPECT_EQ(HeapWatch::malloc_sizes(), expected);
+}
+
 struct Making {
     void act() { setter.emplace(); }
     void refused()
