@@ -9,7 +9,7 @@ namespace dalvo::tools {
 // What a command ends with.
 constexpr int status_fine = 0;
 constexpr int status_problem = 1; ///< what was asked for found problems, or differences
-constexpr int status_usage = 2;   ///< wrong usage, or a file that cannot be read
+constexpr int status_usage = 2;   ///< wrong usage, a file that cannot be read, no memory: nothing is known
 
 /// What ends a command: something wrong with what a user gave, and where it came from.
 class Failure : public std::runtime_error {

@@ -87,9 +87,9 @@ int main(int argc, char **argv)
         return e.status;
     } catch (const std::bad_alloc &) {
         std::cerr << "dalvo-config: out of memory\n";
-        return status_problem;
+        return status_usage;
     } catch (const std::exception &e) {
         std::cerr << "dalvo-config: " << shown(e.what(), longest_line) << '\n';
-        return status_problem;
+        return status_usage;
     }
 }
