@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -23,5 +24,8 @@ Command add_options(CLI::App &tool);
 Command add_presets(CLI::App &tool);
 Command add_sections(CLI::App &tool);
 Command add_show(CLI::App &tool);
+
+/// All of them, in the order in which --help lists them.
+std::vector<Command> add_commands(CLI::App &tool);
 
 } // namespace dalvo::tools

@@ -27,14 +27,6 @@ std::vector<std::string> guarded_arguments(int argc, char **argv)
     return arguments;
 }
 
-std::vector<Command> add_commands(CLI::App &tool)
-{
-    return {
-        add_show(tool),     add_check(tool),   add_options(tool),    add_explain(tool), add_diff(tool),
-        add_sections(tool), add_presets(tool), add_completion(tool), add_man(tool),
-    };
-}
-
 void check_output()
 {
     if (!std::cout.flush()) {

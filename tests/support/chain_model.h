@@ -11,6 +11,19 @@ namespace dalvo::testing {
 /// The keys of each bucket, from head to tail.
 using Chains = std::vector<std::vector<std::string>>;
 
+/// Those of a map whose keys are texts.
+template <class Map> Chains chains_of(const Map &map)
+{
+    Chains chains;
+    for (const typename Map::Table::Bucket *node : map.table().buckets()) {
+        chains.emplace_back();
+        for (; node != nullptr; node = node->next()) {
+            chains.back().push_back(node->value().first);
+        }
+    }
+    return chains;
+}
+
 /// The chains of a hash map by another way: lists of keys, made anew from what growth is to do. Up to 3663 keys.
 class ChainModel {
 public:

@@ -9,43 +9,23 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/chain_model.h"
 #include "tests/support/heap_watch.h"
+#include "tests/support/long_names.h"
 #include "tests/support/refusals.h"
 
 namespace {
 
 using dalvo::hsh::HashMap;
 using dalvo::support::HeapWatch;
+using dalvo::testing::Chains;
+using dalvo::testing::chains_of;
+using dalvo::testing::fill;
+using dalvo::testing::numbered;
 using dalvo::testing::refuse_each;
 using dalvo::testing::report_refused;
 
-using Map = HashMap<std::string, std::vector<int>>;
-using Chains = std::vector<std::vector<std::string>>;
-
-/// Too long for a string to hold without the heap.
-std::string numbered(std::size_t i)
-{
-    return "a section with a long name, number " + std::to_string(i);
-}
-
-void fill(Map &map, std::size_t count)
-{
-    for (std::size_t i = map.table().count(); i < count; ++i) {
-        map[numbered(i)];
-    }
-}
-
-Chains chains_of(const Map &map)
-{
-    Chains chains;
-    for (const Map::Table::Bucket *node : map.table().buckets()) {
-        chains.emplace_back();
-        for (; node != nullptr; node = node->next()) {
-            chains.back().push_back(node->value().first);
-        }
-    }
-    return chains;
-}
+using Map = dalvo::testing::LongNamesMap;
 
 /// One access to a map of `stored` elements, and its chains as a map has them that memory never ran out on.
 struct Access {

@@ -12,16 +12,21 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/chain_model.h"
 #include "tests/support/heap_watch.h"
+#include "tests/support/long_names.h"
 
 namespace {
 
 using dalvo::hsh::HashMap;
 using dalvo::support::HeapWatch;
+using dalvo::testing::Chains;
+using dalvo::testing::chains_of;
+using dalvo::testing::fill;
+using dalvo::testing::numbered;
 
-using Map = HashMap<std::string, std::vector<int>>;
+using Map = dalvo::testing::LongNamesMap;
 using Sizes = std::vector<std::size_t>;
-using Chains = std::vector<std::vector<std::string>>;
 
 static_assert(sizeof(Map::Table::Bucket) == sizeof(void *) + sizeof(Map::Element), "a node is a link and an element");
 
@@ -38,31 +43,6 @@ Sizes chunks(const Sizes &nodes)
         sizes.push_back(chunk(n));
     }
     return sizes;
-}
-
-/// Too long for a string to hold without the heap.
-std::string numbered(std::size_t i)
-{
-    return "a section with a long name, number " + std::to_string(i);
-}
-
-void fill(Map &map, std::size_t count)
-{
-    for (std::size_t i = map.table().count(); i < count; ++i) {
-        map[numbered(i)];
-    }
-}
-
-Chains chains_of(const Map &map)
-{
-    Chains chains;
-    for (const Map::Table::Bucket *node : map.table().buckets()) {
-        chains.emplace_back();
-        for (; node != nullptr; node = node->next()) {
-            chains.back().push_back(node->value().first);
-        }
-    }
-    return chains;
 }
 
 TEST(node_memory, is_taken_in_chunks_of_16_doubling_up_to_8192)
