@@ -207,12 +207,11 @@ void fp(Entries &put, const Configuration &c)
     put.boolean("theory.fp.acdcl_generalization_fair",         c.theory_fp_acdcl_generalization_fair);
 }
 
-/// Writes the syntax that `load` reads. Numbers follow the stream, words do not; a width left in it is dropped.
+/// Writes the syntax that `load` reads. Numbers follow the stream, words do not.
 class ConfigFileEntryPrinter : public ConfigurationSetter::ConfigEntryPrinter {
 public:
     void operator()(std::ostream &out, const std::string &name, bool value) const override
     {
-        out.width(0);
         out << name << (value ? " = true\n" : " = false\n"); // most options: an insertion costs as much as its text
     }
     void operator()(std::ostream &out, const std::string &name, int value) const override { put(out, name, value); }
@@ -229,7 +228,6 @@ public:
 private:
     template <class T> static void put(std::ostream &out, const std::string &name, const T &value)
     {
-        out.width(0);
         out << name << " = " << value << '\n';
     }
 };
@@ -259,8 +257,8 @@ void ConfigurationSetter::dump(const Configuration *cfg, std::ostream &out,
 
 void ConfigurationSetter::dump(const Configuration *cfg, std::ostream &out, const std::string &section) const
 {
+    out.width(0);
     if (!section.empty()) {
-        out.width(0);
         out << "[" << section << "]\n";
     }
     out.setf(std::ios_base::boolalpha);

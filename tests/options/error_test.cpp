@@ -1,6 +1,7 @@
 #include "dalvo/options/optionparser.h"
 
 #include <exception>
+#include <ios>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -88,6 +89,14 @@ TEST(option_error, shows_text_streamed_in_later)
     EXPECT_STREQ(e.what(), "m: o, value: v, in file 7");
     EXPECT_EQ(e.option, "o");
     EXPECT_EQ(e.value, "v");
+}
+
+TEST(option_error, leaves_a_stream_that_throws_nothing_by_itself)
+{
+    error thrown("m", "o", "v", "");
+    EXPECT_EQ(thrown.message_stream.exceptions(), std::ios_base::goodbit);
+    thrown.message_stream.setstate(std::ios_base::badbit);
+    EXPECT_STREQ(thrown.what(), "m: o, value: v");
 }
 
 TEST(option_error, keeps_text_that_a_handler_of_the_base_adds)

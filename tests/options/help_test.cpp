@@ -85,6 +85,17 @@ TEST(print_help, lists_the_options_by_group)
               "      Factor by which activities fade.\n");
 }
 
+TEST(print_help, pads_nothing)
+{
+    OptionParser options(BOOL_STYLE_WORDS);
+    options.set_cur_help_group("G");
+    options.add_option("o", OPT_INT, "h");
+    std::ostringstream out;
+    out.width(60);
+    options.print_help(out);
+    EXPECT_EQ(out.str(), help_of(options));
+}
+
 TEST(print_help, writes_nothing_for_a_store_without_options)
 {
     OptionParser options(BOOL_STYLE_WORDS);

@@ -346,6 +346,13 @@ TEST_F(option_parser, refuses_an_unknown_type)
 
 // Values.
 
+TEST(option, is_of_level_0_without_a_value)
+{
+    const OptionParser::Option option{};
+    EXPECT_EQ(option.level, 0);
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(option.value));
+}
+
 TEST_F(option_parser, has_no_value_before_one_is_given)
 {
     bool b = true;
