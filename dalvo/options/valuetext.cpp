@@ -114,13 +114,11 @@ std::optional<float> parse_magnitude(std::string_view text) noexcept
     if (!parts) {
         return std::nullopt;
     }
-    float value = 0.0F;
-    const char *const text_end = text.data() + text.size();
-    const auto [end, failure] = std::from_chars(text.data(), text_end, value);
-    if (failure == std::errc::result_out_of_range) {
+    float value = 0.0F; // the text is a decimal from its start to its end: it can only be out of range
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc::result_out_of_range) {
         return is_below_one(*parts) ? std::optional<float>(0.0F) : std::nullopt;
     }
-    return failure == std::errc() && end == text_end ? std::optional<float>(value) : std::nullopt;
+    return value;
 }
 
 } // namespace

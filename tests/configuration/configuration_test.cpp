@@ -217,6 +217,7 @@ TEST(configuration, starts_with_values_that_a_solver_could_start_with)
         {"debug_dump_theory_lemmas", false}, {"theory_arr_debug_data", false},   {"theory_arr_debug_lemmas", false},
         {"verbosity", 0},                    {"debug_log_sections", Names()},    {"theory_arr_debug_filename", ""},
         {"printer_defines_prefix", ""},      {"shallow_incrementality", false},  {"allow_bool_function_args", false},
+        {"preprocessor_free_input_propagation", false},
     };
     for (const auto &[name, expected] : rows) {
         EXPECT_TRUE(value_named(record, name) == expected) << name;

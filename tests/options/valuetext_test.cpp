@@ -524,6 +524,26 @@ TEST(parse_float, rejects_all_else)
     EXPECT_TRUE(reads_as(std::string_view(), std::nullopt));
 }
 
+TEST(parse_float, reads_no_further_than_its_text)
+{
+    const std::string zeros = "0." + std::string(60, '0');
+    const struct {
+        std::string text;
+        std::string behind;
+        float expected;
+    } rows[] = {
+        {"1", "5", 1.0F},      {"1.5", "5", 1.5F},          {"1e1", "0", 10.0F}, {"-", "1", 0.0F},
+        {"1e-1", "0", 0.1F},   {zeros + "1e5", "00", 0.0F}, {"1.", "5", 1.0F},   {"in", "f", 0.0F},
+        {"1e-60", "0", 0.0F},
+    };
+    for (const auto &row : rows) {
+        const std::string buffer = row.text + row.behind;
+        const std::optional<float> value = parse_float(std::string_view(buffer).substr(0, row.text.size()));
+        EXPECT_EQ(value.has_value(), row.text != "-" && row.text != "in") << row.text;
+        EXPECT_EQ(value.value_or(0.0F), row.expected) << row.text;
+    }
+}
+
 TEST(parse_float, knows_no_other_texts_of_one_to_three_bytes)
 {
     // Every text of up to three of these bytes against the grammar, spelt out anew for such short texts.
