@@ -21,7 +21,7 @@ if(DALVO_SANITIZE_THREADS)
 endif()
 
 if(DALVO_COVERAGE)
-  add_compile_options(--coverage -O0)
+  add_compile_options(--coverage -O0 -fprofile-update=atomic) # counters that threads share
   add_link_options(--coverage)
 endif()
 
