@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#ifndef DALVO_CONSOLE_DOCUMENTS
+#define DALVO_CONSOLE_DOCUMENTS "README.md", "docs/json.md"
+#endif
+
 namespace {
 
 /// A command of a document and what the document says that it prints.
@@ -60,6 +64,6 @@ TEST_P(console, prints_what_the_document_shows)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(documents, console, ::testing::Values("README.md", "docs/json.md"));
+INSTANTIATE_TEST_SUITE_P(documents, console, ::testing::Values(DALVO_CONSOLE_DOCUMENTS));
 
 } // namespace

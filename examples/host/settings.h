@@ -1,0 +1,24 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "dalvo/configuration/configurationsetter.h"
+
+namespace examples {
+
+/// What keeps a program from its work. The message is for people and begins with the file that it is about.
+class Failure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The bytes of `file`. Throws Failure when it cannot be read.
+std::string read_file(const std::string &file);
+
+/// The settings of the built-in text, then of the configuration text in `file` and of its section `section`. An empty
+/// name stands for neither. Throws Failure when the file cannot be read, is malformed, has no such section, or holds a
+/// value that does not apply.
+dalvo::Configuration read_settings(const std::string &file, const std::string &section);
+
+} // namespace examples
