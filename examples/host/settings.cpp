@@ -1,11 +1,38 @@
 #include "examples/host/settings.h"
 
 #include <fstream>
+#include <locale>
 #include <sstream>
 
 namespace examples {
 
 namespace {
+
+/// Keeps each setting, as a dump writes its value.
+class Keeper : public dalvo::ConfigurationSetter::ConfigEntryPrinter {
+public:
+    explicit Keeper(std::map<std::string, std::string> &kept) : texts(kept) {}
+
+    void operator()(std::ostream &, const std::string &name, bool value) const override { keep(name, value); }
+    void operator()(std::ostream &, const std::string &name, int value) const override { keep(name, value); }
+    void operator()(std::ostream &, const std::string &name, unsigned int value) const override { keep(name, value); }
+    void operator()(std::ostream &, const std::string &name, double value) const override { keep(name, value); }
+    void operator()(std::ostream &, const std::string &name, const std::string &value) const override
+    {
+        keep(name, value);
+    }
+
+private:
+    template <class T> void keep(const std::string &name, const T &value) const
+    {
+        std::ostringstream text;
+        text.imbue(std::locale::classic());
+        text << std::boolalpha << value;
+        texts[name] = text.str();
+    }
+
+    std::map<std::string, std::string> &texts;
+};
 
 bool has_section(const dalvo::ConfigurationSetter &setter, const std::string &section)
 {
@@ -56,6 +83,14 @@ dalvo::Configuration read_settings(const std::string &file, const std::string &s
         throw Failure(file + ": " + e.what());
     }
     return settings;
+}
+
+std::map<std::string, std::string> setting_texts(const dalvo::Configuration &settings)
+{
+    std::map<std::string, std::string> texts;
+    std::ostringstream unused;
+    dalvo::ConfigurationSetter().dump(&settings, unused, Keeper(texts));
+    return texts;
 }
 
 } // namespace examples

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <stdexcept>
 #include <string>
 
@@ -20,5 +21,8 @@ std::string read_file(const std::string &file);
 /// name stands for neither. Throws Failure when the file cannot be read, is malformed, has no such section, or holds a
 /// value that does not apply.
 dalvo::Configuration read_settings(const std::string &file, const std::string &section);
+
+/// The settings as texts, by the names of their options.
+std::map<std::string, std::string> setting_texts(const dalvo::Configuration &settings);
 
 } // namespace examples

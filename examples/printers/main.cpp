@@ -17,7 +17,7 @@ int main(int argc, char **argv)
     std::string section;
     std::string form = "smtlib";
     bool standard_names = false;
-    program.add_option("--config", file, "Configuration text; without it the built-in settings alone")->type_name("FILE");
+    program.add_option("--config", file, "Configuration text, read after the built-in one")->type_name("FILE");
     program.add_option("--section", section, "Section of it that applies")->type_name("NAME");
     program.add_option("--form", form, "What to print: smtlib or json")->check(CLI::IsMember({"smtlib", "json"}));
     program.add_flag("--standard-names", standard_names, "In SMT-LIB: the standard's own names, where it has them");

@@ -140,7 +140,8 @@ TEST(smtlib_printer, gives_z3_the_values_of_the_names_that_it_knows)
     };
     for (const auto &row : rows) {
         EXPECT_EQ(errors.find("'"s + (row.name + 1) + "'"), std::string::npos) << row.name;
-        EXPECT_EQ(Z3_eval_smtlib2_string(z3, ("(get-option "s + row.name + ")").c_str()), row.value + "\n"s) << row.name;
+        const std::string question = "(get-option "s + row.name + ")";
+        EXPECT_EQ(Z3_eval_smtlib2_string(z3, question.c_str()), row.value + "\n"s) << row.name;
     }
     // These two a context has to know when it is made: it takes name and value, and says that it is too late.
     for (const std::string name : {"produce-proofs", "produce-unsat-cores"}) {
