@@ -61,8 +61,8 @@ TEST(solver_options, name_options_that_cadical_has_or_say_why_there_is_none)
     for (const SolverRow &row : examples::solver_rows()) {
         for (const SolverTarget &target : row.targets) {
             if (target.name != nullptr) {
-                EXPECT_TRUE(CaDiCaL::Solver::is_valid_option(target.name) || target.name == std::string("preprocessing"))
-                    << target.name;
+                const bool is_limit = target.name == std::string("preprocessing");
+                EXPECT_TRUE(is_limit || CaDiCaL::Solver::is_valid_option(target.name)) << target.name;
             }
         }
         EXPECT_TRUE(row.targets[0].name != nullptr || row.why_not != nullptr) << row.option;
@@ -80,8 +80,8 @@ TEST(solver_options, reach_cadical)
         {"verbosity = 1",                                  "quiet",         0,          ""},
         {"verbosity = 1",                                  "verbose",       0,          ""},
         {"verbosity = 2",                                  "verbose",       1,          ""},
-        {"dpll.restart_strategy = 0",                      "stabilize",     1,          "CaDiCaL's own: no geometric one"},
-        {"dpll.restart_strategy = 0",                      "stabilizeonly", 0,          "CaDiCaL's own: no geometric one"},
+        {"dpll.restart_strategy = 0",                      "stabilize",     1,          "none is geometric: CaDiCaL's"},
+        {"dpll.restart_strategy = 0",                      "stabilizeonly", 0,          "none is geometric: CaDiCaL's"},
         {"dpll.restart_strategy = 1",                      "stabilizeonly", 1,          "the Luby sequence alone"},
         {"dpll.restart_strategy = 2",                      "stabilizeonly", 1,          "the Luby sequence alone"},
         {"dpll.restart_strategy = 3",                      "stabilize",     0,          "dynamically alone"},

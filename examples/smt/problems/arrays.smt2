@@ -1,0 +1,10 @@
+; Two arrays that are equal but for one place, and there too: unsatisfiable where arrays are what they hold.
+(set-logic QF_AUFLIA)
+(declare-const a (Array Int Int))
+(declare-const b (Array Int Int))
+(declare-const place Int)
+(declare-const value Int)
+(assert (= (store a place value) (store b place value)))
+(assert (= (select a place) (select b place)))
+(assert (not (= a b)))
+(check-sat)

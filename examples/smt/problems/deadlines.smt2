@@ -1,0 +1,10 @@
+; Two jobs on one machine, with too little time for both: unsatisfiable, also without the bound on the tea.
+(set-logic QF_LIA)
+(declare-const baking Int)
+(declare-const roasting Int)
+(declare-const tea Int)
+(assert (! (and (>= baking 0) (>= roasting 0)) :named start))
+(assert (! (or (>= roasting (+ baking 4)) (>= baking (+ roasting 3))) :named one-oven))
+(assert (! (<= tea 5) :named tea-time))
+(assert (! (and (<= (+ baking 4) 6) (<= (+ roasting 3) 6)) :named end))
+(check-sat)
