@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "dalvo/version.h"
 #include "tools/commands.h"
 #include "tools/diagnostics.h"
 #include "tools/excerpt.h"

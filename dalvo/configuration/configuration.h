@@ -4,11 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "dalvo/export.h"
+
 namespace dalvo {
 
 /// The settings of one DPLL engine. The record holds three; the two inner ones have options for eleven of the fields
 /// only, and keep what they hold in the others.
-struct DpllSettings {
+struct DALVO_API DpllSettings {
     double branching_random_frequency = 0.0; ///< share of random decisions, 0 to 1
     /// 0 geometric; 1 Luby; 2 Luby, unit adjusted by agility; 3 dynamic as in Glucose
     std::int32_t restart_strategy = 1;
@@ -48,7 +50,7 @@ struct DpllSettings {
 /// A plain record that its host owns, copies and may change at will. A field whose option has no value keeps what it
 /// held. Its initial values are those of the built-in default text. The ranges that options accept are one-sided, so a
 /// coded field can hold a negative number that its comment does not name.
-struct Configuration {
+struct DALVO_API Configuration {
     std::int32_t verbosity = 0;             ///< 0 to 2: how much the solver reports while it runs
     bool proof_generation = false;          ///< produce proofs
     bool interpolation = false;             ///< produce interpolants

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "dalvo/configuration/configuration.h"
+#include "dalvo/export.h"
 #include "dalvo/options/optionparser.h"
 #include "dalvo/utils/hash.h"
 #include "dalvo/utils/hashmap.h"
@@ -34,7 +35,7 @@ namespace dalvo {
 ///
 /// Names, values and texts are byte strings, compared byte for byte; they may hold any byte where nothing else is
 /// said. One thread at a time uses a setter; distinct setters share nothing.
-class ConfigurationSetter {
+class DALVO_API ConfigurationSetter {
 public:
     /// One assignment read from a configuration text.
     struct OptEntry {
@@ -45,7 +46,7 @@ public:
 
     /// Receives the settings that `dump` writes, one call each, by the type in which the option is printed. `name` is
     /// the option's; the stream is the one given to `dump`.
-    class ConfigEntryPrinter {
+    class DALVO_API ConfigEntryPrinter {
     public:
         virtual ~ConfigEntryPrinter();
 

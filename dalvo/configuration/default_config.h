@@ -1,6 +1,8 @@
 #pragma once
 
+#include "dalvo/export.h"
+
 /// The built-in default configuration text: NUL-terminated pieces that are joined with nothing between them, then a
 /// null pointer. Defined by dalvo::defaults, or by the host.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): hosts define it in just this way
-extern "C" const char *dalvo_default_config[];
+extern "C" DALVO_API const char *dalvo_default_config[];

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <variant>
 
+#include "dalvo/export.h"
 #include "dalvo/utils/exception.h"
 
 namespace dalvo {
@@ -38,10 +39,10 @@ enum OptionBoolStyle : int {
 ///     options.get_int_option("restarts", &restarts);     // true, restarts is 12
 ///
 /// Names and texts are byte strings; they may hold any byte, NUL included, and are compared byte for byte.
-class OptionParser {
+class DALVO_API OptionParser {
 public:
     /// A failure that concerns an option.
-    class error : public Exception {
+    class DALVO_API error : public Exception {
     public:
         /// The message reads `msg`, ": ", `option_name`, ", value: ", `value_text` and, unless `command` is empty,
         /// ", command-line: ", `command`. Throws std::bad_alloc when memory runs out.

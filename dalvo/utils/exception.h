@@ -4,6 +4,8 @@
 #include <sstream>
 #include <string>
 
+#include "dalvo/export.h"
+
 namespace dalvo {
 
 /// The base of every failure that this library reports.
@@ -14,7 +16,7 @@ namespace dalvo {
 /// Example:
 ///     try { ... }
 ///     catch (dalvo::Exception &e) { e.message_stream << ", in " << file; throw; }
-class Exception : public std::exception {
+class DALVO_API Exception : public std::exception {
 public:
     /// Writes `msg` (bytes, may be empty; `what()` ends at its first NUL) into the stream, then calls the host's
     /// `dump_msg_and_raise_assertion()` once, before any derived class has added its own part.

@@ -5,17 +5,19 @@
 #include <cstring>
 #include <string>
 
+#include "dalvo/export.h"
+
 namespace dalvo::hsh {
 
 /// The hash functor of HashMap; defined for the key types below.
-template <class Key> struct hash;
+template <class Key> struct DALVO_API hash;
 
 /// The polynomial h = 5 h + c over the bytes before the first NUL, each taken as a signed 8-bit value, modulo 2^64; the
 /// empty key hashes to 0. A fixed function: equal on every run and machine, and known to whoever chooses the keys.
 ///
 /// Computed with 128 added to each character, so that none is negative, from -32 instead of 0: since 5 (h - 32) + (c +
 /// 128) = (5 h + c) - 32, every step is 32 below the polynomial's.
-template <> struct hash<std::string> {
+template <> struct DALVO_API hash<std::string> {
     std::uint64_t operator()(const std::string &key) const noexcept
     {
         const char *at = key.c_str();

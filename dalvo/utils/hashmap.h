@@ -4,6 +4,7 @@
 #include <functional>
 #include <utility>
 
+#include "dalvo/export.h"
 #include "dalvo/utils/hash.h"
 #include "dalvo/utils/hashtable.h"
 #include "dalvo/utils/primes.h"
@@ -11,7 +12,7 @@
 namespace dalvo::hsh {
 
 /// The key of a pair: its `first`.
-struct GetKey_pair {
+struct DALVO_API GetKey_pair {
     template <class Pair> const typename Pair::first_type &operator()(const Pair &pair) const noexcept
     {
         return pair.first;
@@ -27,7 +28,7 @@ struct GetKey_pair {
 ///     hsh::HashMap<std::string, std::vector<int>> map;
 ///     std::vector<int> &row = map["a"];       // created empty
 ///     map["b"].push_back(1);                  // row is still good
-template <class Key, class Value, class Hash = hash<Key>, class Equal = std::equal_to<Key>> class HashMap {
+template <class Key, class Value, class Hash = hash<Key>, class Equal = std::equal_to<Key>> class DALVO_API HashMap {
 public:
     using Element = std::pair<Key, Value>;
     using Table = Hashtable<Element, GetKey_pair, Key, Hash, Equal>;

@@ -6,6 +6,7 @@
 #include <new>
 #include <vector>
 
+#include "dalvo/export.h"
 #include "dalvo/utils/nodepool.h"
 #include "dalvo/utils/prefetch.h"
 #include "dalvo/utils/primes.h"
@@ -28,7 +29,7 @@ namespace dalvo::hsh {
 ///     for (const auto *node : table.buckets()) {
 ///         for (; node != nullptr; node = node->next()) use(node->value());
 ///     }
-template <class Element, class GetKey, class Key, class Hash, class Equal> class Hashtable {
+template <class Element, class GetKey, class Key, class Hash, class Equal> class DALVO_API Hashtable {
 public:
     /// A node: one element of a chain.
     class Bucket {

@@ -8,6 +8,8 @@
 #include <limits>
 #include <new>
 
+#include "dalvo/export.h"
+
 namespace dalvo::hsh {
 
 /// Raw storage for the nodes of a table, taken from few large chunks.
@@ -21,7 +23,7 @@ namespace dalvo::hsh {
 ///     a first chunk that was asked for larger.
 ///
 /// `Node` has a default constructor that makes a node without an element, and a member `next_`, a pointer to Node.
-template <class Node> class NodePool {
+template <class Node> class DALVO_API NodePool {
     static_assert(alignof(Node) <= alignof(void *), "nodes lie right behind the chunk's link");
 
 public:

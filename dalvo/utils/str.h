@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "dalvo/export.h"
+
 /// Trimming, splitting and joining of byte strings.
 ///
 /// Example:
@@ -18,7 +20,7 @@ namespace dalvo::str {
 
 /// `s` (any bytes, may be empty) without the characters at its end, then at its start, for which `predicate` is not 0.
 /// Each byte reaches the predicate as a signed 8-bit value widened to int: 0x80 to 0xFF arrive as -128 to -1.
-std::string strip(const std::string &s, int (*predicate)(int));
+DALVO_API std::string strip(const std::string &s, int (*predicate)(int));
 
 /// The same part of `s` as a view of it, by a predicate that takes a char and returns bool.
 template <class Predicate> std::string_view stripped(std::string_view s, Predicate holds)
@@ -33,7 +35,7 @@ template <class Predicate> std::string_view stripped(std::string_view s, Predica
 }
 
 /// The parts (any bytes, may be empty) in one string. Throws std::bad_alloc when memory runs out.
-std::string joined(std::initializer_list<std::string_view> parts);
+DALVO_API std::string joined(std::initializer_list<std::string_view> parts);
 
 /// The white space of configuration texts: what isspace accepts in the "C" locale, whatever locale the host has set.
 constexpr bool is_space(char c) noexcept
@@ -45,7 +47,7 @@ class TokenizerBase;
 
 /// Where a tokenizer stands: the tokenizer and the byte offset of a token in its text; the offset npos is the end.
 /// Borrows the tokenizer. `++` moves the tokenizer itself, so all positions of one tokenizer share its current token.
-struct TokenPosition {
+struct DALVO_API TokenPosition {
     static constexpr std::uint64_t npos = ~std::uint64_t{0};
 
     TokenizerBase *tokenizer;
@@ -65,7 +67,7 @@ struct TokenPosition {
 };
 
 /// Yields the tokens of a text one after the other: `begin()` once, then `next_pos()` until it returns npos.
-class TokenizerBase {
+class DALVO_API TokenizerBase {
 public:
     virtual ~TokenizerBase();
 
@@ -89,9 +91,9 @@ protected:
 };
 
 /// The tokenizers themselves, by their kind of delimiter; instantiated for IsDelim alone.
-struct Tokenizer {
+struct DALVO_API Tokenizer {
     /// Holds for each character that occurs in `delims`.
-    struct IsDelim {
+    struct DALVO_API IsDelim {
         std::string delims;
 
         bool operator()(char c) const { return delims.find(c) != std::string::npos; }
@@ -102,7 +104,7 @@ struct Tokenizer {
     ///
     /// Consecutive delimiters have an empty token between them, a trailing one has an empty token behind it, and the
     /// empty text is one empty token. `s` is borrowed: it outlives the tokenizer and does not change meanwhile.
-    template <class Predicate> class TokenizerImpl : public TokenizerBase {
+    template <class Predicate> class DALVO_API TokenizerImpl : public TokenizerBase {
     public:
         TokenizerImpl(const std::string &s, Predicate predicate, std::uint64_t limit);
 
@@ -124,11 +126,12 @@ struct Tokenizer {
     };
 };
 
-extern template class Tokenizer::TokenizerImpl<Tokenizer::IsDelim>;
+extern template class DALVO_API Tokenizer::TokenizerImpl<Tokenizer::IsDelim>;
 
 /// A tokenizer over `s` (any bytes; borrowed, see TokenizerImpl) that splits at the characters of `delims` (copied;
 /// ends at its NUL, may be empty: then nothing splits), at most `max_splits` times; 0 means no limit.
 /// The caller owns it. Throws std::bad_alloc when memory runs out.
-std::unique_ptr<TokenizerBase> get_tokenizer(const std::string &s, const char *delims, std::uint64_t max_splits);
+DALVO_API std::unique_ptr<TokenizerBase> get_tokenizer(const std::string &s, const char *delims,
+                                                       std::uint64_t max_splits);
 
 } // namespace dalvo::str

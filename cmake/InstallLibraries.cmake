@@ -1,0 +1,76 @@
+# Installs what a host builds against: the public headers, the libraries, the CMake package, dalvo.pc and the documents.
+# Nothing that is installed holds the prefix, so the whole may be moved.
+include(CMakePackageConfigHelpers)
+
+set(public_headers
+  export.h
+  configuration/configuration.h
+  configuration/configurationsetter.h
+  configuration/default_config.h
+  options/optionparser.h
+  utils/exception.h
+  utils/hash.h
+  utils/hashmap.h
+  utils/hashtable.h
+  utils/nodepool.h
+  utils/prefetch.h
+  utils/primes.h
+  utils/str.h
+)
+foreach(header IN LISTS public_headers)
+  get_filename_component(folder "dalvo/${header}" DIRECTORY)
+  install(FILES "${PROJECT_SOURCE_DIR}/dalvo/${header}"
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}" COMPONENT dalvo_development)
+endforeach()
+install(FILES "${PROJECT_BINARY_DIR}/include/dalvo/version.h"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/dalvo" COMPONENT dalvo_development)
+
+# The libraries, and for each kind a file that defines the same targets by it: dalvo-config.cmake chooses.
+set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/dalvo")
+function(dalvo_install_libraries kind)
+  install(TARGETS ${ARGN} dalvo_default_symbols EXPORT dalvo_${kind}
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dalvo_runtime NAMELINK_COMPONENT dalvo_development
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dalvo_development
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  )
+  install(EXPORT dalvo_${kind} FILE dalvo-${kind}-targets.cmake NAMESPACE dalvo::
+    DESTINATION "${package_folder}" COMPONENT dalvo_development)
+endfunction()
+if(BUILD_SHARED_LIBS)
+  dalvo_install_libraries(shared dalvo_configuration dalvo_defaults)
+  dalvo_install_libraries(static dalvo_configuration_static dalvo_defaults_static)
+else()
+  dalvo_install_libraries(static dalvo_configuration dalvo_defaults)
+endif()
+
+# One major version keeps its interface, as the name of the shared library says, too.
+write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/dalvo-config-version.cmake"
+  VERSION "${PROJECT_VERSION}" COMPATIBILITY SameMajorVersion)
+install(
+  FILES "${PROJECT_SOURCE_DIR}/cmake/dalvo-config.cmake" "${CMAKE_CURRENT_BINARY_DIR}/dalvo-config-version.cmake"
+  DESTINATION "${package_folder}" COMPONENT dalvo_development
+)
+
+# From dalvo.pc to a folder of the installation, so that pkg-config finds it wherever the whole is moved.
+function(dalvo_from_pc_file folder result)
+  file(RELATIVE_PATH path "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${folder}")
+  string(REGEX REPLACE "/$" "" path "${path}")
+  set(${result} "\${pcfiledir}/${path}" PARENT_SCOPE)
+endfunction()
+dalvo_from_pc_file("${CMAKE_INSTALL_PREFIX}" pc_prefix)
+dalvo_from_pc_file("${CMAKE_INSTALL_FULL_INCLUDEDIR}" pc_includedir)
+dalvo_from_pc_file("${CMAKE_INSTALL_FULL_LIBDIR}" pc_libdir)
+set(pc_libs_private "")
+if("stdc++" IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES) # what a static link needs that no C++ compiler drives
+  set(pc_libs_private "-lstdc++ -lm")
+endif()
+configure_file("${PROJECT_SOURCE_DIR}/cmake/dalvo.pc.in" "${CMAKE_CURRENT_BINARY_DIR}/dalvo.pc" @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/dalvo.pc"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT dalvo_development)
+
+install(FILES "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/SECURITY.md"
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dalvo_development)
+install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dalvo_development OPTIONAL)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs"
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dalvo_development)
