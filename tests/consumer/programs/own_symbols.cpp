@@ -1,3 +1,4 @@
+// A host that brings both symbols itself.
 #include "dalvo/configuration/configurationsetter.h"
 #include "dalvo/configuration/default_config.h"
 
