@@ -19,6 +19,11 @@ need_build_tools() {
     need ninja-build ninja --version
 }
 
+need_package_tools() {
+    need dpkg-dev dpkg-shlibdeps --version
+    need file file --version
+}
+
 install_needs() {
     if [ ${#missing[@]} -eq 0 ]; then
         return
