@@ -1,6 +1,10 @@
-# Runs PROGRAM in FOLDER with the text INPUT as solver.cfg and compares what it prints with the file EXPECTED.
+# Runs PROGRAM in FOLDER with the text INPUT, where there is one, as solver.cfg and compares what it prints with the file
+# EXPECTED.
 cmake_minimum_required(VERSION 3.20)
-configure_file("${INPUT}" "${FOLDER}/solver.cfg" COPYONLY)
+file(REMOVE "${FOLDER}/solver.cfg")
+if(EXISTS "${INPUT}")
+  configure_file("${INPUT}" "${FOLDER}/solver.cfg" COPYONLY)
+endif()
 execute_process(COMMAND "${PROGRAM}" WORKING_DIRECTORY "${FOLDER}" OUTPUT_VARIABLE printed RESULT_VARIABLE status)
 file(READ "${EXPECTED}" expected)
 if(NOT status EQUAL 0 OR NOT printed STREQUAL expected)
