@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #ifndef DALVO_CONSOLE_DOCUMENTS
-#define DALVO_CONSOLE_DOCUMENTS "README.md", "docs/json.md"
+#define DALVO_CONSOLE_DOCUMENTS "README.md", "docs/format.md", "docs/json.md"
 #endif
 
 namespace {
