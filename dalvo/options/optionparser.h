@@ -31,6 +31,7 @@ enum OptionBoolStyle : int {
 /// A store of typed options: each is registered once by name, given its value as text, and read back typed.
 ///
 /// Example:
+///
 ///     OptionParser options(BOOL_STYLE_WORDS);
 ///     options.set_cur_help_group("Search options:");
 ///     options.add_option("restarts", OPT_INT, "Number of restarts.");
@@ -45,7 +46,8 @@ public:
     class DALVO_API error : public Exception {
     public:
         /// The message reads `msg`, ": ", `option_name`, ", value: ", `value_text` and, unless `command` is empty,
-        /// ", command-line: ", `command`. Throws std::bad_alloc when memory runs out.
+        /// ", command-line: ", `command`. All four are copied as they are: any bytes, may be empty, may hold NUL, at
+        /// which `what()` ends. Throws std::bad_alloc when memory runs out.
         error(const std::string &msg, const std::string &option_name, const std::string &value_text,
               const std::string &command);
 
@@ -59,17 +61,18 @@ public:
 
     /// A registered option.
     struct Option {
-        std::string name;
-        OptionType type;
-        std::string help;
-        std::string group; ///< the help group that was current when the option was registered
-        Value value;
+        std::string name;       ///< as it was registered; may be empty
+        OptionType type;        ///< the type of its values
+        std::string help;       ///< what it does, for people; may be empty, may hold line breaks
+        std::string group;      ///< the help group that was current when the option was registered
+        Value value;            ///< the current value, of the option's type; none until the first assignment
         std::int32_t level = 0; ///< where the value came from, as the caller of `parse_option` counts; 0 without value
 
+        /// Whether the option has a value.
         bool has_value() const noexcept { return !std::holds_alternative<std::monostate>(value); }
     };
 
-    /// An empty store. Throws std::bad_alloc when memory runs out.
+    /// An empty store that takes the texts of `bool_style` for booleans. Throws std::bad_alloc when memory runs out.
     explicit OptionParser(OptionBoolStyle bool_style);
 
     OptionParser(const OptionParser &) = delete;
@@ -80,39 +83,52 @@ public:
     /// Throws std::bad_alloc when memory runs out.
     void reserve(std::size_t count);
 
-    /// Makes `group` (may be empty) the help group of the options registered from now on.
+    /// Makes `group` (any bytes, may be empty; copied) the help group of the options registered from now on. Throws
+    /// std::bad_alloc when memory runs out; the group before it stays.
     void set_cur_help_group(const std::string &group);
+
+    /// The help group of the options registered from now on; empty at first. Owned by the parser.
     const std::string &cur_help_group() const noexcept { return help_group; }
 
-    /// Registers option `name` (may be empty) in the current help group, without a value.
+    /// Registers option `name` (any bytes, may be empty, may hold NUL) in the current help group, without a value, with
+    /// its `type` and `help` (any bytes, may be empty; shown by `print_help`).
     /// Throws `error`: "option registered twice " + name when the name is taken, and the first stands;
     /// "unknown type of option " + name when `type` is none of the enumerators, with the code as the value's text.
     /// Throws std::bad_alloc when memory runs out. After a throw the store is what it was.
     void add_option(std::string name, OptionType type, std::string help);
 
-    /// Gives option `name` the value that `value` says in its type's syntax (see valuetext.h), and keeps `level` (any)
-    /// with it. The later of two calls wins, whatever their levels.
+    /// Gives option `name` the value that the text `value` says in its type's syntax, and keeps `level` (any int32)
+    /// with it. Both texts are any bytes, may be empty and may hold NUL; docs/format.md lists the syntax, and nothing
+    /// is stripped here. The later of two calls wins, whatever their levels.
     /// Throws `error`: "unknown option " + name, followed by " (did you mean NEARBY?)" when a registered name is
     /// nearby; "invalid value for option " + name when the text is not of the type. Both carry the name and the text.
     /// Throws std::bad_alloc when memory runs out. After a throw the earlier value and level stand.
     void parse_option(const std::string &name, const std::string &value, std::int32_t level);
 
-    /// Each returns true and writes the value of option `name` to `*out` (not null) when the option is registered,
-    /// has the getter's type and has a value; otherwise returns false and leaves `*out` alone. None throws, but
-    /// `get_str_option` throws std::bad_alloc when memory runs out, and then leaves `*out` alone too.
+    /// Returns true and writes the value of option `name` (any bytes) to `*out` (not null) when the option is
+    /// registered, is a boolean and has a value; otherwise returns false and leaves `*out` alone. Does not throw.
     bool get_bool_option(const std::string &name, bool *out) const;
+
+    /// As `get_bool_option`, for a 32-bit signed integer: `name`, `*out`.
     bool get_int_option(const std::string &name, std::int32_t *out) const;
+
+    /// As `get_bool_option`, for a 32-bit float: `name`, `*out`.
     bool get_float_option(const std::string &name, float *out) const;
+
+    /// As `get_bool_option`, for a byte string: `name`, `*out`. Throws std::bad_alloc when memory runs out, and then
+    /// leaves `*out` alone too.
     bool get_str_option(const std::string &name, std::string *out) const;
 
-    /// The registered options in the order of their registration. Their addresses are good until the parser ends.
+    /// The registered options in the order of their registration. Owned by the parser; their addresses are good until
+    /// the parser ends.
     const std::deque<Option> &options() const noexcept { return registered; }
 
-    /// The option `name`; null when there is none.
+    /// The option `name` (any bytes), owned by the parser and good until it ends; null when there is none.
     const Option *find_option(const std::string &name) const;
 
-    /// Lists the options by group, groups and options in the order of their registration: name, type and help,
-    /// wrapped to 80 columns with its own line breaks kept.
+    /// Lists the options on `out` by group, groups and options in the order of their registration: name, type and help,
+    /// wrapped to 80 columns with its own line breaks kept. Failures are left in the stream's state; std::bad_alloc is
+    /// thrown when memory runs out.
     void print_help(std::ostream &out) const;
 
 private:

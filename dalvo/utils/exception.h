@@ -14,20 +14,21 @@ namespace dalvo {
 /// by whoever holds the object; `what()` always shows all that has been written so far.
 ///
 /// Example:
+///
 ///     try { ... }
 ///     catch (dalvo::Exception &e) { e.message_stream << ", in " << file; throw; }
 class DALVO_API Exception : public std::exception {
 public:
     /// Writes `msg` (bytes, may be empty; `what()` ends at its first NUL) into the stream, then calls the host's
     /// `dump_msg_and_raise_assertion()` once, before any derived class has added its own part.
-    /// Throws std::bad_alloc when memory runs out.
+    /// Throws std::bad_alloc when memory runs out, and what the host's function throws.
     explicit Exception(const std::string &msg);
 
-    /// A copy reads the same as its original, and text streamed into the copy is appended to the copied text.
+    /// A copy reads the same as `other`, and text streamed into the copy is appended to the copied text.
     /// `dump_msg_and_raise_assertion()` is not called again. Throws std::bad_alloc when memory runs out.
     Exception(const Exception &other);
 
-    /// After a throw (std::bad_alloc) the object reads as before.
+    /// Reads as `other` from now on, which may be itself. After a throw (std::bad_alloc) the object reads as before.
     Exception &operator=(const Exception &other);
 
     ~Exception() override;

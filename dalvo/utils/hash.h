@@ -18,6 +18,7 @@ template <class Key> struct DALVO_API hash;
 /// Computed with 128 added to each character, so that none is negative, from -32 instead of 0: since 5 (h - 32) + (c +
 /// 128) = (5 h + c) - 32, every step is 32 below the polynomial's.
 template <> struct DALVO_API hash<std::string> {
+    /// The polynomial of `key` (any bytes, may be empty, may hold NUL). Time in the order of the bytes before the NUL.
     std::uint64_t operator()(const std::string &key) const noexcept
     {
         const char *at = key.c_str();

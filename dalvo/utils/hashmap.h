@@ -13,6 +13,7 @@ namespace dalvo::hsh {
 
 /// The key of a pair: its `first`.
 struct DALVO_API GetKey_pair {
+    /// The first of `pair`, borrowed from it.
     template <class Pair> const typename Pair::first_type &operator()(const Pair &pair) const noexcept
     {
         return pair.first;
@@ -25,12 +26,16 @@ struct DALVO_API GetKey_pair {
 /// Neither copied nor moved itself.
 ///
 /// Example:
+///
 ///     hsh::HashMap<std::string, std::vector<int>> map;
 ///     std::vector<int> &row = map["a"];       // created empty
 ///     map["b"].push_back(1);                  // row is still good
 template <class Key, class Value, class Hash = hash<Key>, class Equal = std::equal_to<Key>> class DALVO_API HashMap {
 public:
+    /// A key with its value.
     using Element = std::pair<Key, Value>;
+
+    /// The table that holds the elements.
     using Table = Hashtable<Element, GetKey_pair, Key, Hash, Equal>;
 
     /// An empty map of 31 buckets. Its nodes come in chunks: the first of `chunk_nodes` (at least 1), each further one
@@ -45,6 +50,7 @@ public:
     HashMap &operator=(const HashMap &) = delete;
 
     /// The value stored under `key` (copied; any, equal keys are one), inserted value-initialised if there is none.
+    /// Owned by the map and good until the map ends.
     /// What copying a key or a value throws passes through, as does std::bad_alloc; the map then holds what it held.
     Value &operator[](const Key &key)
     {
@@ -52,7 +58,7 @@ public:
         return table_.find_or_insert(key, candidate).second;
     }
 
-    /// The table underneath, to be read.
+    /// The table underneath, owned by the map, to be read.
     const Table &table() const noexcept { return table_; }
 
 private:

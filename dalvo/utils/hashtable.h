@@ -26,6 +26,7 @@ namespace dalvo::hsh {
 ///  4. an element never moves: its address is good until the table ends.
 ///
 /// The chains can be walked from outside, and not changed:
+///
 ///     for (const auto *node : table.buckets()) {
 ///         for (; node != nullptr; node = node->next()) use(node->value());
 ///     }
@@ -40,6 +41,7 @@ public:
         /// The next node of the same chain; null at its end.
         const Bucket *next() const noexcept { return next_; }
 
+        /// The element, owned by the table; never moves.
         const Element &value() const noexcept { return value_; }
 
     private:
@@ -55,7 +57,9 @@ public:
         };
     };
 
-    /// An empty table. Throws std::bad_alloc when memory runs out.
+    /// An empty table of 31 buckets. Its nodes come in chunks: the first of `chunk_nodes` (at least 1), each further
+    /// one `chunk_growth` (at least 1) times as large, up to `max_chunk_nodes`; 0 means no bound.
+    /// Throws std::bad_alloc when memory runs out.
     Hashtable(std::uint64_t chunk_nodes, float chunk_growth, std::uint64_t max_chunk_nodes)
         : pool(chunk_nodes, chunk_growth, max_chunk_nodes), buckets_(primes[0], nullptr)
     {
@@ -97,7 +101,8 @@ public:
         return node->value_;
     }
 
-    /// The heads of the chains, null where a chain is empty.
+    /// The heads of the chains, null where a chain is empty; owned by the table. The next `find_or_insert` may
+    /// replace them.
     const std::vector<Bucket *> &buckets() const noexcept { return buckets_; }
 
     /// The number of elements.

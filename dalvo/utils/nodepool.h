@@ -48,7 +48,8 @@ public:
         }
     }
 
-    /// A node without an element, its `next` null. Throws std::bad_alloc when memory runs out; the pool is unchanged.
+    /// A node without an element, its `next_` null; owned by the pool, lent until `give_back`.
+    /// Throws std::bad_alloc when memory runs out; the pool is unchanged.
     Node *take()
     {
         if (free_nodes == nullptr) {
@@ -61,7 +62,7 @@ public:
         return node;
     }
 
-    /// Takes back a node in which no element lives any more.
+    /// Takes back `node` (not null, from this pool), in which no element lives any more.
     void give_back(Node *node) noexcept
     {
         node->next_ = free_nodes;

@@ -14,9 +14,10 @@ inline void prefetch(const void *address) noexcept
 #endif
 }
 
-/// Starts to fetch what a key refers to beyond itself.
+/// Starts to fetch what a key refers to beyond itself: nothing, where no overload says more.
 template <class Key> void prefetch_key(const Key &) noexcept {}
 
+/// Starts to fetch the characters of `key` (any).
 inline void prefetch_key(const std::string &key) noexcept
 {
     prefetch(key.data());

@@ -12,6 +12,7 @@
 /// Trimming, splitting and joining of byte strings.
 ///
 /// Example:
+///
 ///     const std::string line = "name = a = b";
 ///     const auto tokens = str::get_tokenizer(line, "=", 1);
 ///     for (auto at = tokens->begin(); at != tokens->end(); ++at)
@@ -20,9 +21,11 @@ namespace dalvo::str {
 
 /// `s` (any bytes, may be empty) without the characters at its end, then at its start, for which `predicate` is not 0.
 /// Each byte reaches the predicate as a signed 8-bit value widened to int: 0x80 to 0xFF arrive as -128 to -1.
+/// Throws std::bad_alloc when memory runs out, and what the predicate throws.
 DALVO_API std::string strip(const std::string &s, int (*predicate)(int));
 
-/// The same part of `s` as a view of it, by a predicate that takes a char and returns bool.
+/// The same part of `s` as a view of it, as long as what it views, by a predicate `holds` that takes a char and returns
+/// bool. What the predicate throws passes through.
 template <class Predicate> std::string_view stripped(std::string_view s, Predicate holds)
 {
     while (!s.empty() && holds(s.back())) {
@@ -34,10 +37,11 @@ template <class Predicate> std::string_view stripped(std::string_view s, Predica
     return s;
 }
 
-/// The parts (any bytes, may be empty) in one string. Throws std::bad_alloc when memory runs out.
+/// The `parts` (any bytes, may be empty) in one string. Throws std::bad_alloc when memory runs out.
 DALVO_API std::string joined(std::initializer_list<std::string_view> parts);
 
-/// The white space of configuration texts: what isspace accepts in the "C" locale, whatever locale the host has set.
+/// Whether `c` (any byte) is white space of configuration texts: what isspace accepts in the "C" locale, whatever
+/// locale the host has set.
 constexpr bool is_space(char c) noexcept
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
@@ -49,20 +53,24 @@ class TokenizerBase;
 /// Borrows the tokenizer. `++` moves the tokenizer itself, so all positions of one tokenizer share its current token.
 struct DALVO_API TokenPosition {
     static constexpr std::uint64_t npos = ~std::uint64_t{0};
+    ///< the offset of the end
 
-    TokenizerBase *tokenizer;
-    std::uint64_t offset;
+    TokenizerBase *tokenizer; ///< borrowed, not null
+    std::uint64_t offset;     ///< of the token, in bytes from the start of the text
 
     /// The current token of the tokenizer; good until the next `++`.
     const std::string &operator*() const;
 
-    /// Produces the next token; at the last one becomes equal to `end()`.
+    /// Produces the next token; at the last one becomes equal to `end()`. Throws std::bad_alloc when memory runs out.
     TokenPosition &operator++();
 
+    /// Whether `a` and `b` are one place of one tokenizer.
     friend bool operator==(const TokenPosition &a, const TokenPosition &b)
     {
         return a.tokenizer == b.tokenizer && a.offset == b.offset;
     }
+
+    /// Whether `a` and `b` are different places, or of different tokenizers.
     friend bool operator!=(const TokenPosition &a, const TokenPosition &b) { return !(a == b); }
 };
 
@@ -85,8 +93,13 @@ public:
     virtual const std::string &cur_token() = 0;
 
 protected:
+    /// A tokenizer without a token.
     TokenizerBase() = default;
+
+    /// A tokenizer that stands where the other stands.
     TokenizerBase(const TokenizerBase &) = default;
+
+    /// Stands where the other stands from now on.
     TokenizerBase &operator=(const TokenizerBase &) = default;
 };
 
@@ -94,8 +107,9 @@ protected:
 struct DALVO_API Tokenizer {
     /// Holds for each character that occurs in `delims`.
     struct DALVO_API IsDelim {
-        std::string delims;
+        std::string delims; ///< the characters that cut; may be empty
 
+        /// Whether `c` is one of them.
         bool operator()(char c) const { return delims.find(c) != std::string::npos; }
     };
 
@@ -106,6 +120,7 @@ struct DALVO_API Tokenizer {
     /// empty text is one empty token. `s` is borrowed: it outlives the tokenizer and does not change meanwhile.
     template <class Predicate> class DALVO_API TokenizerImpl : public TokenizerBase {
     public:
+        /// A tokenizer at the start of `s`, by `predicate` and `limit`.
         TokenizerImpl(const std::string &s, Predicate predicate, std::uint64_t limit);
 
         TokenPosition begin() override;
