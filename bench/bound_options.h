@@ -30,17 +30,14 @@ inline std::unique_ptr<CLI::App> cli11_options(const std::vector<testing::FieldP
     return app;
 }
 
-inline boost::program_options::options_description
-boost_options(const std::vector<testing::FieldPointer> &fields)
+inline boost::program_options::options_description boost_options(const std::vector<testing::FieldPointer> &fields)
 {
     namespace po = boost::program_options;
     po::options_description description;
     for (std::size_t i = 0; i < fields.size(); ++i) {
         const OptionParser::Option &option = catalogue()[i];
         std::visit(
-            [&](auto *field) {
-                description.add_options()(option.name.c_str(), po::value(field), option.help.c_str());
-            },
+            [&](auto *field) { description.add_options()(option.name.c_str(), po::value(field), option.help.c_str()); },
             fields[i]);
     }
     return description;

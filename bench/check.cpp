@@ -28,8 +28,8 @@ std::size_t load_and_replay(const InputText &input)
 
 Case check_case(std::size_t lines, std::size_t sections)
 {
-    const auto input = std::make_shared<const InputText>(
-        make_text(lines, make_names(Names::spread, sections, "section_", 6)));
+    const auto input =
+        std::make_shared<const InputText>(make_text(lines, make_names(Names::spread, sections, "section_", 6)));
     Case made;
     made.workload = "check";
     made.name = std::to_string(lines) + " lines, " + std::to_string(sections) + " sections";

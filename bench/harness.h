@@ -85,10 +85,10 @@ struct AllocationBound {
 
 struct Case {
     std::string workload;
-    std::string name;    ///< within its workload
-    std::string unit;    ///< what the figures are given for: "line", "option", "name"
-    double units = 1;    ///< how many of them one run handles
-    double stored = 0;   ///< assignments that the result holds, for the peak of the memory; 0: not of interest
+    std::string name;  ///< within its workload
+    std::string unit;  ///< what the figures are given for: "line", "option", "name"
+    double units = 1;  ///< how many of them one run handles
+    double stored = 0; ///< assignments that the result holds, for the peak of the memory; 0: not of interest
     std::vector<std::string> phases = {only_phase};
     std::vector<Contender> contenders;
     std::vector<RatioBound> ratio_bounds;
@@ -102,7 +102,7 @@ struct Case {
 struct Effort {
     std::size_t least_rounds = 5;
     std::size_t most_rounds = 41;
-    double case_seconds = 6;     ///< rounds end when this is spent, but for the least
+    double case_seconds = 6;       ///< rounds end when this is spent, but for the least
     double sample_seconds = 0.004; ///< a contender's share of a round is repeated until it lasts so long
 };
 

@@ -46,7 +46,7 @@ struct InputSection {
 struct InputText {
     std::vector<InputSection> sections;
     std::string text;
-    std::size_t lines = 0;       ///< headers included
+    std::size_t lines = 0; ///< headers included
     std::size_t assignments = 0;
 };
 

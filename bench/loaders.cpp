@@ -270,8 +270,8 @@ Contender scan_and_copy(const Input &input)
             const char *line = input->text.data();
             const char *const text_end = line + input->text.size();
             while (line != text_end) {
-                const auto *const end = static_cast<const char *>(
-                    std::memchr(line, '\n', static_cast<std::size_t>(text_end - line)));
+                const auto *const end =
+                    static_cast<const char *>(std::memchr(line, '\n', static_cast<std::size_t>(text_end - line)));
                 if (*line == '[') {
                     copy(line + 1, end - 1);
                 } else {

@@ -118,8 +118,10 @@ int main(int argc, char **argv)
     CLI::App app("Measures dalvo beside its peers.");
     Request request;
     std::string instructions_file;
-    app.add_flag_callback("--quick", [&] { request.scale = Scale::quick; }, "Leave out the sizes that take long.");
-    app.add_flag_callback("--smoke", [&] { request.scale = Scale::smoke; }, "The smallest sizes, once or twice.");
+    app.add_flag_callback(
+        "--quick", [&] { request.scale = Scale::quick; }, "Leave out the sizes that take long.");
+    app.add_flag_callback(
+        "--smoke", [&] { request.scale = Scale::smoke; }, "The smallest sizes, once or twice.");
     app.add_option("--only", request.only, "Only cases whose title begins so, such as \"load, 1000 \".");
     app.add_option("--json", request.json_file, "Write all figures to this file.");
     app.add_option("--instructions", instructions_file, "A table of counted instructions, to be shown along.");

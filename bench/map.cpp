@@ -73,8 +73,8 @@ constexpr const char *long_option = "theory.la.laz_internal_branch_and_bound_";
 Case map_case(Names kind, std::size_t count)
 {
     const bool is_spread = kind == Names::spread;
-    const auto names = map_names(is_spread ? make_names(kind, count, long_option, 16)
-                                           : make_names(kind, count, "fast_", 6));
+    const auto names =
+        map_names(is_spread ? make_names(kind, count, long_option, 16) : make_names(kind, count, "fast_", 6));
     Case made;
     made.workload = "map";
     made.name = std::to_string(count) + (is_spread ? " spread names" : " numbered names");

@@ -10,8 +10,7 @@ namespace {
 
 Case section_case(const std::string &kind, Names names, std::size_t count)
 {
-    const auto input =
-        std::make_shared<const InputText>(make_text(2 * count, make_names(names, count, "fast_", 6)));
+    const auto input = std::make_shared<const InputText>(make_text(2 * count, make_names(names, count, "fast_", 6)));
     Case made;
     made.workload = "sections";
     made.name = std::to_string(count) + " " + kind + " names";

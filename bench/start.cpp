@@ -120,8 +120,11 @@ Case start_case()
     made.name = "127 options";
     made.unit = "option";
     made.units = static_cast<double>(catalogue().size());
-    made.contenders = {dalvo_start(),  dalvo_registration(), cli11_start(),
-                       boost_start(), hand_start<std::string>("by hand"),
+    made.contenders = {dalvo_start(),
+                       dalvo_registration(),
+                       cli11_start(),
+                       boost_start(),
+                       hand_start<std::string>("by hand"),
                        hand_start<std::string_view>("by hand, literals")};
     made.ratio_bounds = {{"dalvo", "CLI11", only_phase, 0.05},
                          {"dalvo", "Boost.Program_options", only_phase, 0.05},

@@ -73,8 +73,8 @@ void dump_by_stream(const Configuration &c, std::ostream &out)
     out << "dpll.preprocessor.subsumption_size_limit = " << c.dpll.preprocessor_subsumption_size_limit << '\n';
     out << "dpll.preprocessor.elimination_grow_limit = " << c.dpll.preprocessor_elimination_grow_limit << '\n';
     out << "dpll.preprocessor.elimination_phase = " << c.dpll.preprocessor_elimination_phase << '\n';
-    out << "dpll.preprocessor.elimination_recent_vars_only = "
-        << c.dpll.preprocessor_elimination_recent_vars_only << '\n';
+    out << "dpll.preprocessor.elimination_recent_vars_only = " << c.dpll.preprocessor_elimination_recent_vars_only
+        << '\n';
     out << "dpll.preprocessor.try_reelimination = " << c.dpll.preprocessor_try_reelimination << '\n';
     out << "theory.eq_propagation = " << c.theory_eq_propagation << '\n';
     out << "theory.interface_eq_policy = " << c.theory_interface_eq_policy << '\n';
@@ -95,8 +95,8 @@ void dump_by_stream(const Configuration &c, std::ostream &out)
     out << "theory.la.deduction_enabled = " << c.theory_la_deduction_enabled << '\n';
     out << "theory.la.laz_equality_elimination = " << c.theory_la_laz_equality_elimination << '\n';
     out << "theory.la.laz_internal_branch_and_bound = " << c.theory_la_laz_internal_branch_and_bound << '\n';
-    out << "theory.la.laz_internal_branch_and_bound_limit = "
-        << c.theory_la_laz_internal_branch_and_bound_limit << '\n';
+    out << "theory.la.laz_internal_branch_and_bound_limit = " << c.theory_la_laz_internal_branch_and_bound_limit
+        << '\n';
     out << "theory.la.laz_cuts_from_proofs_mode = " << c.theory_la_laz_cuts_from_proofs_mode << '\n';
     out << "theory.la.laz_enabled = " << c.theory_la_laz_enabled << '\n';
     out << "theory.la.laz_unit_cube_test = " << c.theory_la_laz_unit_cube_test << '\n';

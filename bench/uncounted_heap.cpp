@@ -4,9 +4,7 @@
 
 namespace dalvo::bench {
 
-void start_watching() noexcept
-{
-}
+void start_watching() noexcept {}
 
 HeapUse stop_watching() noexcept
 {

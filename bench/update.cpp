@@ -58,10 +58,7 @@ struct Set : Updating {
 struct Unset {
     Unset() { setter.initialize_options(); }
     void update() { setter.update_config(&record); }
-    void check()
-    {
-        require(testing::differing_fields(record, Configuration()).empty(), "a field was touched");
-    }
+    void check() { require(testing::differing_fields(record, Configuration()).empty(), "a field was touched"); }
 
     Configuration record;
     ConfigurationSetter setter;

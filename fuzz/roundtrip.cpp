@@ -42,8 +42,8 @@ void require_expected(const Thrown &thrown, const SecondError &expected)
         return;
     }
     require(thrown.message.size() > hint_start.size() + hint_end.size(), "a hint is whole", thrown.message);
-    const std::string near = thrown.message.substr(hint_start.size(),
-                                                   thrown.message.size() - hint_start.size() - hint_end.size());
+    const std::string near =
+        thrown.message.substr(hint_start.size(), thrown.message.size() - hint_start.size() - hint_end.size());
     require(dalvo::testing::second_types().count(near) == 1, "a hint is an option that there is", near);
     require_error(thrown, hint_start + near + "?)", expected.option, expected.value);
 }
@@ -132,7 +132,9 @@ const Configuration *fill(FullSetter &setter, SecondApplier &applier, const Seco
     const auto thrown = dalvo::fuzz::thrown_from([&] { setter.update_config(&is.record); });
     const auto error = filled_beside(applier, dalvo::testing::replayed_second(sections, active), expected);
     require(thrown.has_value() == error.has_value(), "a filling throws where the second applier does",
-            thrown ? thrown->message : error ? error->head : "");
+            thrown  ? thrown->message
+            : error ? error->head
+                    : "");
     if (error) {
         require_expected(*thrown, *error);
     }

@@ -103,8 +103,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     const std::string input = fuzz::bytes_of(data, size);
     const std::string delims = input.substr(0, std::min(input.find('\0'), std::size_t{4}));
-    const std::size_t behind = delims.size() < input.size() && input[delims.size()] == '\0' ? delims.size() + 1
-                                                                                             : delims.size();
+    const std::size_t behind =
+        delims.size() < input.size() && input[delims.size()] == '\0' ? delims.size() + 1 : delims.size();
     if (behind == input.size()) {
         return 0;
     }

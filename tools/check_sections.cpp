@@ -37,10 +37,7 @@ const std::vector<std::size_t> &switches()
 /// Looks at one section after the other, the unnamed one first: what it says holds in all others.
 class SectionChecker {
 public:
-    explicit SectionChecker(CheckedText &target)
-        : text(target), own(all_options().size(), none), unnamed(own)
-    {
-    }
+    explicit SectionChecker(CheckedText &target) : text(target), own(all_options().size(), none), unnamed(own) {}
 
     void check(const CheckedSection &section)
     {

@@ -39,8 +39,8 @@ struct CheckedAssignment {
 
 /// A section; one of its own for each malformed header that names none.
 struct CheckedSection {
-    std::string_view name;     ///< empty for the unnamed section and for those of malformed headers
-    std::uint64_t line = 0;    ///< of the first header that names it
+    std::string_view name;  ///< empty for the unnamed section and for those of malformed headers
+    std::uint64_t line = 0; ///< of the first header that names it
     std::size_t column = 0;
     std::uint64_t last_line = 0;               ///< of the last header that names it
     std::vector<std::size_t> assignments = {}; ///< positions

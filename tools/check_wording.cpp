@@ -131,14 +131,14 @@ private:
     void replaced(const Mark &mark, Finding &finding) const
     {
         finding.related_line = other(mark).line;
-        finding.text = join({option_of(mark).name, at_line(mark.line), " is replaced by line ",
-                             std::to_string(finding.related_line)});
+        finding.text = join(
+            {option_of(mark).name, at_line(mark.line), " is replaced by line ", std::to_string(finding.related_line)});
     }
 
     void negative_code(const Mark &mark, Finding &finding) const
     {
-        finding.text = shown(subject(mark).value) + " is none of the codes of " + option_of(mark).name +
-                       ", which start at 0";
+        finding.text =
+            shown(subject(mark).value) + " is none of the codes of " + option_of(mark).name + ", which start at 0";
     }
 
     void similar_section(const Mark &mark, Finding &finding) const
@@ -163,8 +163,8 @@ private:
     void disabled_theory(const Mark &mark, Finding &finding) const
     {
         finding.related_line = other(mark).line;
-        finding.text = join({option_of(mark).name, " has no effect: ", other(mark).name, at_line(finding.related_line),
-                             " is false"});
+        finding.text = join(
+            {option_of(mark).name, " has no effect: ", other(mark).name, at_line(finding.related_line), " is false"});
     }
 
     const CheckedText &text;

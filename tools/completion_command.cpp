@@ -13,7 +13,7 @@ namespace {
 int write_completion(const CLI::App &tool, const std::string &shell)
 {
     const CompletionModel model = completion_model(tool);
-    std::cout << (shell == "bash" ? bash_completion(model)
+    std::cout << (shell == "bash"  ? bash_completion(model)
                   : shell == "zsh" ? zsh_completion(model)
                                    : fish_completion(model));
     return status_fine;

@@ -128,7 +128,7 @@ std::string command_lines(const CompletionCommand &command)
         const CompletionPositional &positional = command.positionals[i];
         text += "complete -c dalvo-config -n " +
                 fish_quoted("__dalvo_config_at " + command.name + " " + std::to_string(i) +
-                       (positional.repeats ? " +" : "")) +
+                            (positional.repeats ? " +" : "")) +
                 value_arguments(positional.value) + "\n";
     }
     return text;

@@ -22,6 +22,7 @@ struct NameKind {
     Kind kind;
 };
 
+// clang-format off
 constexpr NameKind name_kinds[] = {
     {nullptr,   "--preset",  Kind::presets},
     {nullptr,   "--option",  Kind::assignments},
@@ -29,12 +30,14 @@ constexpr NameKind name_kinds[] = {
     {"options", "PATTERN",   Kind::options},
     {"presets", "NAME",      Kind::presets},
 };
+// clang-format on
 
 CompletionValue words_of(const std::vector<std::string> &texts)
 {
     CompletionValue value{Kind::words, {}};
-    std::transform(texts.begin(), texts.end(), std::back_inserter(value.words),
-                   [](const std::string &text) { return CompletionWord{text, ""}; });
+    std::transform(texts.begin(), texts.end(), std::back_inserter(value.words), [](const std::string &text) {
+        return CompletionWord{text, ""};
+    });
     return value;
 }
 

@@ -34,7 +34,7 @@ public:
             return Verdict::unreadable;
         }
         return option.applied.accepts(setter.options().find_option(option.name)->value) ? Verdict::accepted
-                                                                                         : Verdict::out_of_range;
+                                                                                        : Verdict::out_of_range;
     }
 
 private:
@@ -53,8 +53,7 @@ std::vector<Step> steps_of(const std::vector<Source> &sources, const Inputs &inp
     for (const auto &[name, value] : inputs.overrides) {
         steps.push_back({override_of(name, value), Stage::command_line, sources.size()});
     }
-    append(steps, sources, Stage::never,
-           [&](const std::string &name) { return !name.empty() && !is_chosen(name); });
+    append(steps, sources, Stage::never, [&](const std::string &name) { return !name.empty() && !is_chosen(name); });
     return steps;
 }
 

@@ -12,10 +12,10 @@ namespace dalvo::tools {
 
 /// When an assignment applies: the stages follow each other in this order.
 enum class Stage {
-    always,       ///< of no section
-    section,      ///< of the chosen section
+    always,  ///< of no section
+    section, ///< of the chosen section
     command_line,
-    never,        ///< of a section that is not chosen
+    never, ///< of a section that is not chosen
 };
 
 /// How an option takes a value.

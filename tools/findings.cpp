@@ -6,12 +6,14 @@ namespace dalvo::tools {
 
 namespace {
 
+// clang-format off
 constexpr std::array<std::string_view, 16> problem_names = {
     "malformed-header", "unknown-option", "invalid-value",       "out-of-range",
     "replaced",         "no-equals",      "empty-value",         "comment-in-value",
     "quoted-value",     "byte-order-mark", "negative-code",      "default-among-names",
     "repeated-name",    "similar-section", "forced",             "disabled-theory",
 };
+// clang-format on
 static_assert(problem_names.size() == static_cast<std::size_t>(Problem::disabled_theory) + 1);
 
 } // namespace

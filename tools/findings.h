@@ -48,9 +48,9 @@ struct Finding {
     std::size_t column = 0; ///< in bytes, from 1
     Problem problem{};
     Severity severity = Severity::error;
-    std::string text;          ///< for people; one line
-    std::string option = {};   ///< the option's name as written; empty where the problem is no option's
-    std::string accepted = {}; ///< of a value that is not accepted: what is
+    std::string text;                          ///< for people; one line
+    std::string option = {};                   ///< the option's name as written; empty where the problem is no option's
+    std::string accepted = {};                 ///< of a value that is not accepted: what is
     std::vector<std::string> suggestions = {}; ///< of an unknown option: what may be meant
     std::uint64_t related_line = 0;            ///< the other line that the text names; 0 when there is none
     Excerpt excerpt = {};

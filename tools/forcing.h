@@ -38,8 +38,8 @@ private:
     const std::string &alone(const std::string &name) const;
     std::string together(const std::string &name, const Assignment &other) const;
 
-    std::vector<Assignment> winners;                // in the order of their options' names
-    std::map<std::string, std::size_t> positions;   // into winners
+    std::vector<Assignment> winners;              // in the order of their options' names
+    std::map<std::string, std::size_t> positions; // into winners
     std::vector<Setting> all;
     std::map<std::string, std::string> alone_texts; // by option: the setting that its own assignment alone makes
 };

@@ -84,9 +84,8 @@ std::vector<OptionList> by_group(const OptionList &options)
 {
     std::vector<OptionList> groups;
     for (const OptionInfo *const option : options) {
-        const auto same = std::find_if(groups.begin(), groups.end(), [&](const OptionList &group) {
-            return group.front()->group == option->group;
-        });
+        const auto same = std::find_if(groups.begin(), groups.end(),
+                                       [&](const OptionList &group) { return group.front()->group == option->group; });
         if (same != groups.end()) {
             same->push_back(option);
         } else {

@@ -103,9 +103,8 @@ std::vector<const CLI::Option *> shown_options(const CLI::App &app, bool positio
     std::vector<const CLI::Option *> options = app.get_options([&](const CLI::Option *option) {
         return !option->get_group().empty() && !(is_command && option == app.get_help_ptr());
     });
-    std::stable_partition(options.begin(), options.end(), [&](const CLI::Option *option) {
-        return option->get_positional() == positionals_first;
-    });
+    std::stable_partition(options.begin(), options.end(),
+                          [&](const CLI::Option *option) { return option->get_positional() == positionals_first; });
     return options;
 }
 
@@ -206,8 +205,8 @@ std::string manual_page(const CLI::App &tool)
                        italic("COMMAND") + "\n[" + italic("OPTION") + "]...\\&\n[" + italic("ARGUMENT") +
                        "]...\n.SH DESCRIPTION\n" + roff_text(tool.get_description()) +
                        "\nWhat is asked for goes to standard output, what is to be said about it to standard error.\n" +
-                       paragraphs(tool.get_footer()) + ".SH OPTIONS\nEach command has " + bold("--help") +
-                       ", too.\n" + option_list(tool) + ".SH COMMANDS\n";
+                       paragraphs(tool.get_footer()) + ".SH OPTIONS\nEach command has " + bold("--help") + ", too.\n" +
+                       option_list(tool) + ".SH COMMANDS\n";
     for (const CLI::App *app : tool.get_subcommands({})) {
         if (!app->get_group().empty()) {
             text += command_text(name, *app);

@@ -66,8 +66,8 @@ std::size_t count(const std::vector<Finding> &findings, Severity severity)
 void write_text(std::ostream &out, const std::vector<Finding> &findings, bool with_colour)
 {
     for (const Finding &finding : findings) {
-        const std::string place = escaped(finding.file) + ":" + std::to_string(finding.line) + ":" +
-                                  std::to_string(finding.column) + ":";
+        const std::string place =
+            escaped(finding.file) + ":" + std::to_string(finding.line) + ":" + std::to_string(finding.column) + ":";
         const char *const colour = finding.severity == Severity::error ? red : magenta;
         out << in_colour(place, bold, with_colour) << ' '
             << in_colour(std::string(severity_name(finding.severity)) + ":", colour, with_colour) << ' '

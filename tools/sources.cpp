@@ -44,8 +44,10 @@ public:
     {
         for (const std::size_t position : open) {
             Section &section = source.sections[position];
+            // clang-format off
             section.assignments.push_back({std::string(assignment.name.text), std::string(assignment.value.text), level,
                                            {source.name, line.number}, section.name});
+            // clang-format on
         }
     }
 

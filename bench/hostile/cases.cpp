@@ -60,6 +60,7 @@ GeneratedText line(std::string_view before, std::string_view character, std::uin
 
 void add_lines(std::vector<Case> &all, std::uint64_t size)
 {
+    // clang-format off
     all.push_back({"value",                 line("a = ", "v", size, "\n"),  {1, 1}});
     all.push_back({"value-without-newline", line("a = ", "v", size, ""),    {1, 1}});
     all.push_back({"name",                  line("", "n", size, " = 1\n"),  {1, 1}});
@@ -73,11 +74,13 @@ void add_lines(std::vector<Case> &all, std::uint64_t size)
     all.push_back({"NULs",                  line("", "\0"sv, size, ""),     {1, 1}});
     all.push_back({"equals-signs",          line("", "=", size, "\n"),      {1, 1}});
     all.push_back({"newlines",              line("", "\n", size / 10, ""),  {1, 0}});
+    // clang-format on
 }
 
 void add_sections(std::vector<Case> &all, std::uint64_t shrink)
 {
     const std::uint64_t million = 1000000 / shrink;
+    // clang-format off
     all.push_back({"empty-sections",       sections(10 * million, append_number),          {1 + 10 * million, 0}});
     all.push_back({"sections-of-one-line", sections(10 * million, append_number, "a\n"),
                    {1 + 10 * million, 10 * million}});
@@ -89,29 +92,36 @@ void add_sections(std::vector<Case> &all, std::uint64_t shrink)
     all.push_back({"one-name-repeated",    line("[a", ",a"sv, 10 * million, "]\n"),        {2, 0}});
     all.push_back({"one-name-repeated-3-lines", line("[a", ",a"sv, 10 * million, "]\na\na\na\n"),
                    {2, 3 * (10 * million + 1)}});
+    // clang-format on
     for (const std::uint64_t count : {1000U, 10000U, 30000U}) {
         const std::uint64_t names = count / shrink;
         const std::string suffix = std::to_string(count);
+        // clang-format off
         all.push_back({"one-bucket-" + suffix,            sections(names, append_colliding),  {1 + names, 0}});
         all.push_back({"one-bucket-behind-NUL-" + suffix, sections(names, append_behind_nul), {1 + names, 0}});
+        // clang-format on
     }
 }
 
 void add_assignments(std::vector<Case> &all, std::uint64_t shrink)
 {
     const std::uint64_t count = 10000000 / shrink;
+    // clang-format off
     all.push_back({"tiny-assignments",    GeneratedText().add("a=1\n", count), {1, count}});
     all.push_back({"tinier-assignments",  line("", "=\n"sv, count, ""),        {1, count}});
     all.push_back({"applied-assignments", GeneratedText().add("verbosity=1\n", count), {1, count, "", true}});
+    // clang-format on
 }
 
 /// Values and names that are looked at: errors hold them several times.
 void add_rejected(std::vector<Case> &all, std::uint64_t size)
 {
+    // clang-format off
     all.push_back({"unknown-option", line("", "n", size, "\n"),               {1, 1, unknown_option, true}});
     all.push_back({"int-of-digits",  line("verbosity = ", "9", size, "\n"),   {1, 1, invalid_value, true}});
     all.push_back({"float-of-zeros", line("dpll.restart_geometric_factor = 0.", "0", size, "1\n"), {1, 1, "", true}});
     all.push_back({"text-of-commas", line("printer.defines_prefix = ", ",", size, "\n"),           {1, 1, "", true}});
+    // clang-format on
 }
 
 } // namespace

@@ -34,6 +34,9 @@ std::vector<std::string> log_sections(const std::string &text)
     return names;
 }
 
+// The rows are aligned by hand.
+// clang-format off
+
 /// The options that an inner DPLL engine shares with the main one.
 template <class Visitor> void inner_dpll(Visitor &v, std::string_view prefix, DpllSettings &d)
 {
@@ -233,6 +236,8 @@ template <class Visitor> void fp(Visitor &v, Configuration &c)
     v.boolean("theory.fp.acdcl_generalization_fair",         c.theory_fp_acdcl_generalization_fair);
     v.integer("theory.fp.minmax_zero_mode",                  c.theory_fp_minmax_zero_mode, at_most(4));
 }
+
+// clang-format on
 
 /// The whole sequence.
 template <class Visitor> void visit_options(Visitor &v, Configuration &c)

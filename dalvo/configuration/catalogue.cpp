@@ -18,6 +18,9 @@ namespace {
 
 constexpr std::size_t catalogue_size = 127;
 
+// The rows are aligned by hand.
+// clang-format off
+
 /// The options that an inner DPLL engine shares with the main one.
 void inner_dpll(OptionParser &options, std::string_view prefix, std::string_view engine)
 {
@@ -386,6 +389,8 @@ void fp(OptionParser &options)
         "- 4 : use an uninterpreted function to leave the result unspecified, i.e. either +0 or -0 (this is the "
         "semantics mandated by SMT-LIB).");
 }
+
+// clang-format on
 
 } // namespace
 

@@ -8,6 +8,9 @@
 
 namespace dalvo {
 
+// Comments that are too long for their line stand above it, and the columns of the others are kept.
+// clang-format off
+
 /// The settings of one DPLL engine. The record holds three; the two inner ones have options for eleven of the fields
 /// only, and keep what they hold in the others.
 struct DALVO_API DpllSettings {
@@ -177,5 +180,7 @@ struct DALVO_API Configuration {
     std::int32_t printer_fp_number_format = 0;
     std::string printer_defines_prefix; ///< prefix of the names of defines and let bindings
 };
+
+// clang-format on
 
 } // namespace dalvo

@@ -7,9 +7,7 @@
 
 namespace dalvo {
 
-ConfigurationSetter::ConfigurationSetter() : parser(BOOL_STYLE_WORDS), configs(16, 2.0F, 8192)
-{
-}
+ConfigurationSetter::ConfigurationSetter() : parser(BOOL_STYLE_WORDS), configs(16, 2.0F, 8192) {}
 
 ConfigurationSetter::~ConfigurationSetter() = default;
 

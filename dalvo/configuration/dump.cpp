@@ -40,6 +40,9 @@ private:
     NameSpeller spell;
 };
 
+// The rows are aligned by hand.
+// clang-format off
+
 /// The options that an inner DPLL engine shares with the main one.
 void inner_dpll(Entries &put, std::string_view prefix, const DpllSettings &d)
 {
@@ -206,6 +209,8 @@ void fp(Entries &put, const Configuration &c)
     put.integer("theory.fp.acdcl_single_generalization_limit", c.theory_fp_acdcl_single_generalization_limit);
     put.boolean("theory.fp.acdcl_generalization_fair",         c.theory_fp_acdcl_generalization_fair);
 }
+
+// clang-format on
 
 /// Writes the syntax that `load` reads. Numbers follow the stream, words do not.
 class ConfigFileEntryPrinter : public ConfigurationSetter::ConfigEntryPrinter {

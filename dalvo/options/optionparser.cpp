@@ -57,9 +57,7 @@ OptionParser::error::error(const std::string &msg, const std::string &option_nam
     message_stream.exceptions(std::ios_base::goodbit);
 }
 
-OptionParser::OptionParser(OptionBoolStyle bool_style) : style(bool_style)
-{
-}
+OptionParser::OptionParser(OptionBoolStyle bool_style) : style(bool_style) {}
 
 OptionParser::~OptionParser() = default;
 

@@ -7,6 +7,7 @@
 
 namespace dalvo::hsh {
 
+// clang-format off
 /// The bucket counts that a table grows through, each about twice the one before.
 inline constexpr std::uint64_t primes[28] = {
     31,        73,        151,        313,        643,        1291,       2593,
@@ -14,6 +15,7 @@ inline constexpr std::uint64_t primes[28] = {
     674701,    1349473,   2699299,    5398891,    10798093,   21596719,   43193641,
     86387383,  172775299, 345550609,  691101253,  1382202559, 2764405229, 4294867387,
 };
+// clang-format on
 
 /// The bucket count that follows `n` (any): the first of `primes` above it, else the last; `n` itself when nothing can
 /// be above it.

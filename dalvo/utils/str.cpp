@@ -76,8 +76,7 @@ template <class Predicate> const std::string &Tokenizer::TokenizerImpl<Predicate
     return token;
 }
 
-template <class Predicate>
-std::uint64_t Tokenizer::TokenizerImpl<Predicate>::next_delim(std::uint64_t from) const
+template <class Predicate> std::uint64_t Tokenizer::TokenizerImpl<Predicate>::next_delim(std::uint64_t from) const
 {
     if (max_splits != 0 && splits == max_splits) {
         return TokenPosition::npos;
