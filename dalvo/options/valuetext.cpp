@@ -5,6 +5,8 @@
 #include <limits>
 #include <system_error>
 
+#include "dalvo/utils/str.h"
+
 namespace dalvo {
 
 namespace {
@@ -14,17 +16,9 @@ bool is_digit(char c) noexcept
     return c >= '0' && c <= '9';
 }
 
-/// `word` is in lower case. Letters are those of ASCII, whatever the locale.
-bool is_word(std::string_view text, std::string_view word) noexcept
-{
-    return std::equal(text.begin(), text.end(), word.begin(), word.end(), [](char c, char lower) {
-        return (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) == lower;
-    });
-}
-
 template <std::size_t Count> bool is_one_of(std::string_view text, const std::string_view (&words)[Count]) noexcept
 {
-    return std::any_of(std::begin(words), std::end(words), [&](std::string_view word) { return is_word(text, word); });
+    return std::any_of(std::begin(words), std::end(words), [&](std::string_view word) { return str::equal_but_for_case(text, word); });
 }
 
 constexpr std::string_view plain_true[] = {"true"};
@@ -104,10 +98,10 @@ bool is_below_one(const Decimal &parts) noexcept
 
 std::optional<float> parse_magnitude(std::string_view text) noexcept
 {
-    if (is_word(text, "inf") || is_word(text, "infinity")) {
+    if (str::equal_but_for_case(text, "inf") || str::equal_but_for_case(text, "infinity")) {
         return std::numeric_limits<float>::infinity();
     }
-    if (is_word(text, "nan")) {
+    if (str::equal_but_for_case(text, "nan")) {
         return std::numeric_limits<float>::quiet_NaN();
     }
     const std::optional<Decimal> parts = split_decimal(text);

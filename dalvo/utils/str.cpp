@@ -1,5 +1,6 @@
 #include "dalvo/utils/str.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace dalvo::str {
@@ -21,6 +22,12 @@ std::string joined(std::initializer_list<std::string_view> parts)
         whole += part;
     }
     return whole;
+}
+
+bool equal_but_for_case(std::string_view a, std::string_view b) noexcept
+{
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char c, char d) { return lower(c) == lower(d); });
 }
 
 const std::string &TokenPosition::operator*() const

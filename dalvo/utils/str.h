@@ -40,6 +40,9 @@ template <class Predicate> std::string_view stripped(std::string_view s, Predica
 /// The `parts` (any bytes, may be empty) in one string. Throws std::bad_alloc when memory runs out.
 DALVO_API std::string joined(std::initializer_list<std::string_view> parts);
 
+/// Whether `a` and `b` (any bytes, may be empty) are the same but for the case of ASCII letters, whatever the locale.
+DALVO_API bool equal_but_for_case(std::string_view a, std::string_view b) noexcept;
+
 /// Whether `c` (any byte) is white space of configuration texts: what isspace accepts in the "C" locale, whatever
 /// locale the host has set.
 constexpr bool is_space(char c) noexcept

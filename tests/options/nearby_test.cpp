@@ -59,8 +59,17 @@ TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_mos
         {"abcdefghijkl", "abcdefghiQQQ", true, "three edits at twelve bytes"},
         {"abcdefghijkl", "abcdefghQQQX", false, "four edits at twelve bytes: three are the most"},
         {"abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvQQQX", false, "four edits at twenty-six bytes"},
-        {"VERBOSITY", "verbosity", false, "case counts"},
-        {"Verbosity", "verbosity", true, "a letter of the other case is one edit"},
+        {"VERBOSITY", "verbosity", true, "letters of the other case"},
+        {"Verbosity", "verbosity", true, "a letter of the other case"},
+        {"VERBOSITYY", "verbosity", false, "letters of the other case are edits where anything else differs"},
+        {"mode", "dpll.preprocessor.mode", true, "behind the last point"},
+        {"Preprocessor.Mode", "dpll.preprocessor.mode", true, "behind a point, in letters of the other case"},
+        {"ode", "dpll.preprocessor.mode", false, "not behind a point"},
+        {"moda", "dpll.preprocessor.mode", false, "a slip behind a point"},
+        {"dpll", "dpll.preprocessor.mode", false, "before a point"},
+        {".mode", "dpll.preprocessor.mode", false, "with the point"},
+        {"e", "a.e", true, "one byte behind a point"},
+        {"", "a.", false, "nothing behind a point"},
         {"", "a", false, "an empty name is a slip for nothing"},
         {"a", "", false, "nor is a byte a slip for an empty name"},
         {"abc", "", false, "three bytes away"},
@@ -72,6 +81,12 @@ TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_mos
         SCOPED_TRACE(row.why);
         EXPECT_EQ(nearby({row.registered}, row.name), row.is_near ? Names{row.registered} : Names{});
     }
+}
+
+TEST(nearby_options, that_the_name_is_the_end_of_come_before_slips)
+{
+    const Names registered = {"nodes", "dpll.mode", "mose", "x.y.MODE"};
+    EXPECT_EQ(nearby(registered, "mode"), (Names{"dpll.mode", "x.y.MODE", "mose"}));
 }
 
 TEST(nearby_options, come_nearest_first_and_equally_near_ones_in_their_order)

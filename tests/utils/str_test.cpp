@@ -15,6 +15,7 @@
 namespace {
 
 using namespace std::string_literals;
+using dalvo::str::equal_but_for_case;
 using dalvo::str::get_tokenizer;
 using dalvo::str::joined;
 using dalvo::str::strip;
@@ -132,6 +133,23 @@ TEST(strip, looks_at_the_end_first_and_no_further_than_it_must)
     seen.clear();
     EXPECT_EQ(strip("   ", note_and_hold_for_space), "");
     EXPECT_EQ(seen, std::vector<int>({' ', ' ', ' '})) << "what the end has lost is not looked at from the start";
+}
+
+TEST(equal_but_for_case, folds_ascii_letters_and_nothing_else)
+{
+    for (int a = 0; a < 256; ++a) {
+        for (int b = 0; b < 256; ++b) {
+            const bool is_letter = (a >= 'a' && a <= 'z') || (a >= 'A' && a <= 'Z');
+            const bool is_same = a == b || (is_letter && (a ^ b) == 0x20);
+            const std::string left = "x" + std::string(1, static_cast<char>(a));
+            const std::string right = "X" + std::string(1, static_cast<char>(b));
+            EXPECT_EQ(equal_but_for_case(left, right), is_same) << a << ", " << b;
+        }
+    }
+    EXPECT_TRUE(equal_but_for_case("", ""));
+    EXPECT_FALSE(equal_but_for_case("a", "ab"));
+    EXPECT_FALSE(equal_but_for_case("ab", "a"));
+    EXPECT_FALSE(equal_but_for_case("a", ""));
 }
 
 TEST(joined, has_the_parts_in_their_order)
