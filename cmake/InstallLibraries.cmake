@@ -7,6 +7,7 @@ set(public_headers
   configuration/configuration.h
   configuration/configurationsetter.h
   configuration/default_config.h
+  configuration/reader.h
   options/optionparser.h
   utils/exception.h
   utils/hash.h

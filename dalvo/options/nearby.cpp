@@ -30,8 +30,7 @@ std::vector<std::string> nearby_options(const std::deque<OptionParser::Option> &
     const std::size_t limit = std::min<std::size_t>(3, name.size() / 3);
     std::vector<std::pair<std::size_t, const std::string *>> found;
     for (const OptionParser::Option &option : options) {
-        const std::size_t distance =
-            is_end_of(option.name, name) ? 0 : str::edit_distance(name, option.name, limit);
+        const std::size_t distance = is_end_of(option.name, name) ? 0 : str::edit_distance(name, option.name, limit);
         if (distance <= limit) {
             found.emplace_back(distance, &option.name);
         }

@@ -18,7 +18,8 @@ bool is_digit(char c) noexcept
 
 template <std::size_t Count> bool is_one_of(std::string_view text, const std::string_view (&words)[Count]) noexcept
 {
-    return std::any_of(std::begin(words), std::end(words), [&](std::string_view word) { return str::equal_but_for_case(text, word); });
+    return std::any_of(std::begin(words), std::end(words),
+                       [&](std::string_view word) { return str::equal_but_for_case(text, word); });
 }
 
 constexpr std::string_view plain_true[] = {"true"};

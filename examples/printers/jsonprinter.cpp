@@ -22,7 +22,11 @@ bool in_range(char c, int lowest, int highest)
 /// surrogates and what lies beyond U+10FFFF are none: they show in the second byte.
 std::size_t character_size(std::string_view text)
 {
-    struct Form { int first_low, first_high, second_low, second_high; std::size_t size; };
+    struct Form {
+        int first_low, first_high, second_low, second_high;
+        std::size_t size;
+    };
+    // clang-format off
     static constexpr Form forms[] = {
         {0xC2, 0xDF, 0x80, 0xBF, 2},
         {0xE0, 0xE0, 0xA0, 0xBF, 3},
@@ -33,6 +37,7 @@ std::size_t character_size(std::string_view text)
         {0xF1, 0xF3, 0x80, 0xBF, 4},
         {0xF4, 0xF4, 0x80, 0x8F, 4},
     };
+    // clang-format on
     if (in_range(text[0], 0x00, 0x7F)) {
         return 1;
     }

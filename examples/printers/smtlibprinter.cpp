@@ -12,12 +12,14 @@ namespace examples {
 
 namespace {
 
+// clang-format off
 constexpr const char *standard_names[][2] = {
     {"model_generation",      "produce-models"},
     {"proof_generation",      "produce-proofs"},
     {"random_seed",           "random-seed"},
     {"unsat_core_generation", "produce-unsat-cores"},
 };
+// clang-format on
 
 std::string standard_name(const std::string &name)
 {

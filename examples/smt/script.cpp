@@ -84,8 +84,8 @@ std::string ScriptRunner::run(const std::string &piece)
     if (last_line == std::string::npos) {
         position += std::string(piece.size(), ' ');
     } else {
-        const auto lines = std::count(position.begin(), position.end(), '\n') +
-                           std::count(piece.begin(), piece.end(), '\n');
+        const auto lines =
+            std::count(position.begin(), position.end(), '\n') + std::count(piece.begin(), piece.end(), '\n');
         position = std::string(static_cast<std::size_t>(lines), '\n') + std::string(piece.size() - last_line - 1, ' ');
     }
     const bool satisfiable = ends_with("\n" + printed, "\nsat\n");

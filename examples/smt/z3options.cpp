@@ -33,6 +33,7 @@ Z3Value unsigned_number(std::int32_t value)
     return std::to_string(static_cast<std::uint32_t>(value));
 }
 
+// clang-format off
 Z3Value verbosity(const Configuration &c)      { return std::to_string(std::max(c.verbosity, 0)); }
 Z3Value proof(const Configuration &c)          { return boolean(c.proof_generation); }
 Z3Value model(const Configuration &c)          { return boolean(c.model_generation); }
@@ -47,6 +48,7 @@ Z3Value deduction(const Configuration &c)      { return c.theory_la_deduction_en
 Z3Value cuts(const Configuration &c)           { return boolean(c.theory_la_laz_cuts_from_proofs_mode != 0); }
 Z3Value threshold(const Configuration &c)      { return unsigned_number(c.theory_euf_dyn_ack_threshold); }
 Z3Value extensional(const Configuration &c)    { return boolean(c.theory_arr_enable_ext_lemmas); }
+// clang-format on
 
 /// `values[code]`; none where it is empty, or where there is no such code.
 template <std::size_t size> Z3Value coded(std::int32_t code, const char *const (&values)[size])
@@ -55,10 +57,12 @@ template <std::size_t size> Z3Value coded(std::int32_t code, const char *const (
     return known ? Z3Value(values[code]) : std::nullopt;
 }
 
+// clang-format off
 Z3Value bv_literals(const Configuration &c)    { return coded(c.printer_bv_number_format, {"false", "", "true"}); }
 Z3Value fp_reals(const Configuration &c)       { return coded(c.printer_fp_number_format, {"", "false", "true"}); }
 Z3Value ackermann(const Configuration &c)      { return coded(c.theory_euf_dyn_ack, {"0", "1", "2"}); }
 Z3Value div_by_zero(const Configuration &c)    { return coded(c.theory_bv_div_by_zero_mode, {"true", "false"}); }
+// clang-format on
 
 Z3Value smt_restart(const Configuration &c)
 {
@@ -116,6 +120,7 @@ Z3Value sat_phase(const Configuration &c)
                                                : std::nullopt;
 }
 
+// clang-format off
 constexpr const char *no_code      = "the code has no meaning";
 constexpr const char *no_growth    = "a factor below 1 lets nothing grow";
 constexpr const char *no_share     = "it is no share";
@@ -168,6 +173,7 @@ constexpr Z3Group groups[] = {
     {"theory.fp.",            "Z3 turns floating point into bit vectors"},
     {"theory.fp.dpll.",       one_engine},
 };
+// clang-format on
 
 std::string parameter(const char *name)
 {
@@ -240,9 +246,8 @@ std::string shown_settings(const Configuration &settings)
         text += shown_row(row, settings, texts.at(row.option));
     }
     for (const Z3Group &group : z3_groups()) {
-        const auto count = std::count_if(texts.begin(), texts.end(), [&](const auto &entry) {
-            return z3_group_of(entry.first) == &group;
-        });
+        const auto count = std::count_if(texts.begin(), texts.end(),
+                                         [&](const auto &entry) { return z3_group_of(entry.first) == &group; });
         text += "; " + std::string(group.prefix) + (std::string(group.prefix).back() == '.' ? "*" : "") +
                 ": not passed on (" + std::to_string(count) + "), " + group.why_not + "\n";
     }

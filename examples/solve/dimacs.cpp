@@ -68,7 +68,8 @@ private:
     static std::string shown(std::string_view word)
     {
         std::string cut(word.substr(0, 30));
-        std::replace_if(cut.begin(), cut.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
+        std::replace_if(
+            cut.begin(), cut.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
         return cut;
     }
 

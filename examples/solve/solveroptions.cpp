@@ -78,6 +78,7 @@ SolverValue before(const Configuration &c)
     return c.dpll.preprocessor_mode == 1 ? 3 : 0;
 }
 
+// clang-format off
 SolverValue clause_size(const Configuration &c)      { return c.dpll.preprocessor_clause_size_limit; }
 SolverValue subsumption_size(const Configuration &c) { return c.dpll.preprocessor_subsumption_size_limit; }
 SolverValue growth(const Configuration &c)           { return c.dpll.preprocessor_elimination_grow_limit; }
@@ -122,6 +123,7 @@ constexpr SolverRow rows[] = {
     {"dpll.interpolation_mode",                         {},                                             no_proofs},
     {"dpll.proof_simplification",                       {},                                             no_proofs},
 };
+// clang-format on
 
 } // namespace
 

@@ -15,6 +15,7 @@ import xml.etree.ElementTree as ElementTree
 ROOTS = [
     "dalvo/configuration/configurationsetter.h",
     "dalvo/configuration/default_config.h",
+    "dalvo/configuration/reader.h",
     "dalvo/utils/str.h",
 ]
 
