@@ -44,9 +44,9 @@ else()
   dalvo_install_libraries(static dalvo_configuration dalvo_defaults)
 endif()
 
-# One major version keeps its interface, as the name of the shared library says, too.
+# Before 1.0.0 a minor version may change the interface.
 write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/dalvo-config-version.cmake"
-  VERSION "${PROJECT_VERSION}" COMPATIBILITY SameMajorVersion)
+  VERSION "${PROJECT_VERSION}" COMPATIBILITY SameMinorVersion)
 install(
   FILES "${PROJECT_SOURCE_DIR}/cmake/dalvo-config.cmake" "${CMAKE_CURRENT_BINARY_DIR}/dalvo-config-version.cmake"
   DESTINATION "${package_folder}" COMPONENT dalvo_development
@@ -64,14 +64,22 @@ dalvo_from_pc_file("${CMAKE_INSTALL_FULL_LIBDIR}" pc_libdir)
 set(pc_libs_private "")
 if("stdc++" IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES) # what a static link needs that no C++ compiler drives
   set(pc_libs_private "-lstdc++ -lm")
+elseif("c++" IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES)
+  set(pc_libs_private "-lc++ -lc++abi -lm")
 endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/dalvo.pc.in" "${CMAKE_CURRENT_BINARY_DIR}/dalvo.pc" @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/dalvo.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT dalvo_development)
 
+# The documents, laid out as in the sources, so that their links lead somewhere. Not in the host's own folder.
+set(document_folder "${CMAKE_INSTALL_DATAROOTDIR}/doc/dalvo")
 install(FILES "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/SECURITY.md"
-  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dalvo_development)
-install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
-  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dalvo_development)
+  DESTINATION "${document_folder}" COMPONENT dalvo_development)
+install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_SOURCE_DIR}/CONTRIBUTING.md"
+  DESTINATION "${document_folder}" COMPONENT dalvo_development)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs"
-  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dalvo_development)
+  DESTINATION "${document_folder}" COMPONENT dalvo_development)
+install(FILES "${PROJECT_SOURCE_DIR}/dalvo/configuration/default.cfg"
+  DESTINATION "${document_folder}/dalvo/configuration" COMPONENT dalvo_development)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples"
+  DESTINATION "${document_folder}" COMPONENT dalvo_development PATTERN CMakeLists.txt EXCLUDE)
