@@ -2,8 +2,10 @@
 // script, 1 when it reported an error, 2 when something else is wrong.
 
 #include <algorithm>
+#include <cstddef>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -36,8 +38,9 @@ int main(int argc, char **argv)
             std::cout << examples::shown_settings(settings);
         }
         examples::ScriptRunner runner(settings);
-        for (const std::string &piece : examples::script_pieces(script)) {
-            std::cout << runner.run(piece) << std::flush;
+        const std::vector<std::string> pieces = examples::script_pieces(script);
+        for (std::size_t i = 0; i < pieces.size(); ++i) {
+            std::cout << runner.run(pieces[i], i + 1 == pieces.size()) << std::flush;
         }
         return runner.failed() ? 1 : 0;
     });

@@ -77,7 +77,7 @@ std::vector<std::string> script_pieces(const std::string &text)
     return pieces;
 }
 
-std::string ScriptRunner::run(const std::string &piece)
+std::string ScriptRunner::run(const std::string &piece, bool is_last)
 {
     std::string printed = evaluate(position + piece);
     const std::size_t last_line = piece.rfind('\n');
@@ -87,6 +87,9 @@ std::string ScriptRunner::run(const std::string &piece)
         const auto lines =
             std::count(position.begin(), position.end(), '\n') + std::count(piece.begin(), piece.end(), '\n');
         position = std::string(static_cast<std::size_t>(lines), '\n') + std::string(piece.size() - last_line - 1, ' ');
+    }
+    if (is_last) {
+        return printed;
     }
     const bool satisfiable = ends_with("\n" + printed, "\nsat\n");
     const bool unsatisfiable = ends_with("\n" + printed, "\nunsat\n");

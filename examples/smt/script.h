@@ -9,7 +9,7 @@
 
 namespace examples {
 
-/// The script `text` in pieces that give it back when joined. Each but the last ends with a command that asks for an
+/// The script `text` in pieces that give it back when joined. Each but the last, which may be empty, ends with a command that asks for an
 /// answer: (check-sat) or (check-sat-assuming ...). What follows (exit) is left out.
 std::vector<std::string> script_pieces(const std::string &text);
 
@@ -19,8 +19,9 @@ public:
     explicit ScriptRunner(const dalvo::Configuration &runner_settings) : settings(runner_settings) {}
 
     /// What Z3 prints for `piece` (without NUL), the next one of the script; then, as the settings ask for it, the
-    /// model, the unsat core and the proof behind its answer, and with a verbosity the statistics.
-    std::string run(const std::string &piece);
+    /// model, the unsat core and the proof behind its answer, and with a verbosity the statistics. The last piece of a
+    /// script ends with no answer, whatever it prints.
+    std::string run(const std::string &piece, bool is_last);
 
     /// Whether Z3 has reported an error so far.
     bool failed() const noexcept { return any_error; }

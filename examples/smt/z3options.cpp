@@ -12,7 +12,8 @@
 #include "examples/printers/number.h"
 
 // From our options to the parameters of Z3 4.8.12, a row an option, in the order of the catalogue. Z3 has two engines:
-// problems that come down to propositions go to the one of "sat.", all others to the one of "smt."; dpll goes to both.
+// problems that come down to propositions go to the one of "sat.", all others to the one of "smt."; dpll goes to each
+// that has such a switch.
 
 namespace examples {
 
@@ -160,7 +161,7 @@ constexpr Z3Row rows[] = {
 constexpr Z3Group groups[] = {
     {"interpolation",         "Z3 makes no interpolants"},
     {"bool_model_generation", "Z3's models are whole"},
-    {"debug.",                "Z3 traces in ways of its own"},
+    {"debug.",                "Z3 logs the calls of its own interface, not of ours"},
     {"printer.",              "Z3 names bindings in a way of its own"},
     {"preprocessor.",         "Z3's simplifier has rules of its own"},
     {"dpll.",                 "Z3's search has no such switch"},

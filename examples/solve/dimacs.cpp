@@ -105,7 +105,8 @@ Formula read_dimacs(const std::string &file, const std::string &text)
             clause.push_back(literal);
         }
     }
-    if (!words.next().empty()) {
+    const std::string_view behind = words.next();
+    if (!behind.empty() && behind != "%") { // ends the clauses in the problems of some collections
         words.fail("the end expected after the header's clauses, " + std::to_string(clauses));
     }
     return formula;

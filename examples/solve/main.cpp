@@ -63,7 +63,9 @@ int main(int argc, char **argv)
         CaDiCaL::Solver solver;
         const auto passed = examples::pass_on(solver, settings);
         if (show_settings) {
-            std::cout << examples::shown_settings(settings, passed) << std::flush; // ahead of what CaDiCaL writes
+            std::cout << "c model_generation = " << (settings.model_generation ? "true" : "false")
+                      << ": kept here, it decides about the v lines\n"
+                      << examples::shown_settings(settings, passed) << std::flush; // ahead of what CaDiCaL writes
         }
         const examples::Answer answer = examples::solve(solver, formula);
         solver.statistics(); // nothing when it is quiet

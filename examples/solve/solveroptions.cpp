@@ -85,10 +85,10 @@ SolverValue growth(const Configuration &c)           { return c.dpll.preprocesso
 
 constexpr const char *all_levels   = "phases are saved on all levels or on none";
 constexpr const char *full_model   = "models assign every variable";
-constexpr const char *luby_alone   = "only the Luby sequence has a unit";
+constexpr const char *luby_alone   = "only the Luby sequence has a unit of ours";
 constexpr const char *no_atoms     = "the variables of a DIMACS text stand for no atoms";
 constexpr const char *no_geometric = "there is no geometric strategy";
-constexpr const char *no_proofs    = "there are no interpolants, nor proofs to make them from";
+constexpr const char *no_proofs    = "there are no interpolants, and DRAT proofs are not simplified";
 constexpr const char *no_random    = "there are no random decisions";
 constexpr const char *no_theories  = "there are no theories";
 constexpr const char *one_check    = "there is one check, and nothing is pushed or popped";

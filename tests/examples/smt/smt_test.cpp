@@ -233,6 +233,14 @@ TEST(smt, says_what_is_wrong_and_ends_with_status_2)
     }
 }
 
+TEST(smt, takes_nothing_but_an_answer_for_one)
+{
+    const TemporaryFile script("(declare-const p Bool)\n(assert p)\n(check-sat)\n(echo \"unsat\")\n(echo \"sat\")\n");
+    const Outcome run = smt("unsat_core_generation = 1\nproof_generation = true\nmodel_generation = true\n", script.name);
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_EQ(run.out, "sat\n(\n  (define-fun p () Bool\n    true)\n)\nunsat\nsat\n");
+}
+
 TEST(script_pieces, end_with_what_asks_for_an_answer)
 {
     using Pieces = std::vector<std::string>;

@@ -21,6 +21,7 @@ TEST(dimacs, reads_clauses)
         {"p cnf 1 1 0", {{}}, "the empty clause"},
         {"p cnf 2147483647 1 2147483647 -2147483647 0", {{2147483647, -2147483647}}, "the largest variable"},
         {"p cnf 2 1 1 1 -1 0", {{1, 1, -1}}, "a literal again"},
+        {"p cnf 2 1\n1 2 0\n%\n0\n", {{1, 2}}, "ended by a percent sign"},
     };
     for (const auto &row : rows) {
         EXPECT_EQ(examples::read_dimacs("f", row.text).clauses, row.clauses) << row.why;
@@ -50,6 +51,7 @@ TEST(dimacs, refuses_what_is_wrong_and_says_where)
         {"p cnf 2 1\n1 2", "f:2:4: a literal, or the 0 that ends a clause, expected"},
         {"p cnf 2 2\n1 0\n", "f:3:1: a literal, or the 0 that ends a clause, expected"},
         {"p cnf 2 1\n1 0\n2 0", "f:3:1: the end expected after the header's clauses, 1"},
+        {"p cnf 2 1\n%\n1 0", "f:2:1: a literal, or the 0 that ends a clause, expected, not '%'"},
         {"p cnf 2 1\n1 \0"s, "f:2:3: a literal, or the 0 that ends a clause, expected, not '?'"},
         {"p cnf 2 1\n\x80\x1B[1m", "f:2:1: a literal, or the 0 that ends a clause, expected, not '??[1m'"},
         {"p cnf 2 1\n" + std::string(1000, 'x'),

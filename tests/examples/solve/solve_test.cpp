@@ -153,6 +153,7 @@ TEST(solve, takes_the_settings_of_the_section_and_shows_them)
                               "--section fast --show-settings " + problems + "pigeons.cnf");
     EXPECT_EQ(run.status, 20);
     EXPECT_NE(run.out.find("c random_seed = 4 -> seed = 4\n"), std::string::npos) << run.out;
+    EXPECT_EQ(run.out.rfind("c model_generation = false: kept here, it decides about the v lines\n", 0), 0U) << run.out;
     EXPECT_EQ(run.out.substr(run.out.size() - 16), "s UNSATISFIABLE\n");
 }
 
