@@ -13,6 +13,7 @@
 #include "dalvo/configuration/default_config.h"
 #include "fuzz/filed.h"
 #include "fuzz/target.h"
+#include "tests/support/golden.h"
 #include "tests/support/records.h"
 #include "tests/support/second_applier.h"
 #include "tests/support/second_reader.h"
@@ -94,6 +95,13 @@ bool is_readable(const Configuration &record)
            record.theory_la_lazy_expl_threshold >= 0;
 }
 
+/// Whether `field` is one that a dump writes.
+bool is_dumped(const std::string &field)
+{
+    static const std::vector<dalvo::testing::GoldenRow> rows = dalvo::testing::golden_rows("dump.tsv", 3);
+    return std::any_of(rows.begin(), rows.end(), [&](const auto &row) { return row[2] == field; });
+}
+
 void require_round_trip(const Configuration &record, const std::string &active, int precision)
 {
     const std::string section = active == "default" ? "" : active; // as a header alone it is the unnamed one's
@@ -108,6 +116,11 @@ void require_round_trip(const Configuration &record, const std::string &active, 
             text);
     if (!thrown) {
         require_same(dumped(again, section, precision), text, "dump, load, dump gives the same text");
+    }
+    if (!thrown && precision >= 9) { // enough digits for every float
+        for (const std::string &field : dalvo::testing::differing_fields(record, again)) {
+            require(!is_dumped(field), "what is dumped and read back is the same", field);
+        }
     }
 }
 

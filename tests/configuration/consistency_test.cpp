@@ -386,6 +386,15 @@ TEST(consistency, dumps_for_each_option_what_its_row_stored)
 
 // ---- Initial values and the default text ----------------------------------------------------------------------------
 
+TEST(consistency, has_each_option_in_the_fuzzers_dictionary)
+{
+    const std::vector<std::string> words = source_lines("fuzz/dalvo.dict");
+    const FullSetter setter;
+    for (const OptionParser::Option &option : setter.options().options()) {
+        EXPECT_EQ(std::count(words.begin(), words.end(), '"' + option.name + '"'), 1) << option.name;
+    }
+}
+
 TEST(default_text, assigns_each_option_once_and_nothing_else)
 {
     Names names = default_names();
