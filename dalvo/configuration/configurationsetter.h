@@ -91,8 +91,8 @@ public:
     /// Gives option `name` the value that `value` says (both any bytes, may be empty, may hold NUL; read during the
     /// call), at once. `level` (any int32) is kept with the value and decides nothing. A later replay of a text that
     /// assigns to the option wins.
-    /// Throws OptionParser::error as `OptionParser::parse_option` does, "unknown option " + name or "invalid value for
-    /// option " + name; std::bad_alloc when memory runs out. The option's earlier value then stands.
+    /// Throws OptionParser::error as `OptionParser::parse_option` does: "unknown option " + name, with its hint behind
+    /// it where there is one, or "invalid value for option " + name; std::bad_alloc when memory runs out. The option's earlier value then stands.
     void set_option(const std::string &name, const std::string &value, std::int32_t level);
 
     /// Makes `name` (any bytes, may hold NUL; copied) the active section, "" for none. The section need not exist, now

@@ -5,7 +5,8 @@
 /// The built-in default configuration text: NUL-terminated pieces that are joined with nothing between them, then a
 /// null pointer. Defined by dalvo::defaults, or by the host.
 ///
-/// A piece may be empty, and brings its own line ends. Read at each `load_default`, never written.
+/// Include this where you define it: by this declaration a host that is built with hidden symbols shows it to
+/// libdalvo.so. A piece may be empty, and brings its own line ends. Read at each `load_default`, never written.
 ///
 /// Example, a host's own:
 ///

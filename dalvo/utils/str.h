@@ -82,14 +82,15 @@ class DALVO_API TokenizerBase {
 public:
     virtual ~TokenizerBase();
 
-    /// Produces the first token of a fresh tokenizer (the next one of a used one) and returns (this, 0).
+    /// Produces the first token of a fresh tokenizer (the next one of a used one) and returns (this, 0). Throws
+    /// std::bad_alloc when memory runs out; the tokenizer then stands where it stood.
     virtual TokenPosition begin() = 0;
 
     /// Returns (this, npos).
     virtual TokenPosition end() = 0;
 
     /// Produces the next token and returns the byte offset at which it starts; npos, and the current token stays,
-    /// when none is left.
+    /// when none is left. Throws std::bad_alloc when memory runs out; the tokenizer then stands where it stood.
     virtual std::uint64_t next_pos() = 0;
 
     /// The token produced last; empty before `begin()`. Owned by the tokenizer, good until its next step.
