@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "dalvo/configuration/configurationsetter.h"
+#include "tests/support/heap_watch.h"
 #include "tests/support/records.h"
 #include "tests/support/refusals.h"
 #include "tests/support/sections.h"
@@ -20,6 +21,7 @@ namespace {
 using dalvo::Configuration;
 using dalvo::ConfigurationSetter;
 using dalvo::OptionParser;
+using dalvo::support::HeapWatch;
 using dalvo::testing::CatalogueSetter;
 using dalvo::testing::differing_fields;
 using dalvo::testing::Filed;
@@ -214,6 +216,36 @@ struct LoadingBuiltIn {
 TEST(load_memory, refused_never_takes_a_part_of_the_default_text_for_the_whole)
 {
     EXPECT_GE(report_refused(refuse_each<LoadingBuiltIn>(BuiltIn())), 127U);
+}
+
+TEST(load_memory, is_asked_for_in_proportion_to_a_long_line)
+{
+    constexpr std::size_t megabyte = 1U << 20U;
+    const std::string filler(megabyte, 'x');
+    const struct {
+        std::string text;
+        std::size_t most; // bytes asked for, to a byte of the text, the line itself among them
+        const char *why;
+    } rows[] = {
+        {"name = " + filler + "\n", 2, "a value"},
+        {filler + "\n", 2, "a name"},
+        {"[" + filler + "]\n", 6, "a section's name, as it is looked up, inserted and kept"},
+        {"[" + filler + "\n", 7, "a malformed line, in an error and its copies"},
+        {"# " + filler + "\n", 1, "a comment"},
+        {std::string(megabyte, ' ') + "\n", 1, "blanks"},
+    };
+    for (const auto &row : rows) {
+        ConfigurationSetter setter;
+        std::istringstream in(row.text);
+        const HeapWatch watch;
+        try {
+            setter.load(in, 0);
+        } catch (const OptionParser::error &) { // the malformed one
+        }
+        constexpr std::size_t rest = 4096;
+        EXPECT_LE(HeapWatch::bytes_of_new(), row.most * megabyte + rest) << row.why;
+        EXPECT_GE(HeapWatch::bytes_of_new(), megabyte) << row.why << ": all is seen";
+    }
 }
 
 } // namespace

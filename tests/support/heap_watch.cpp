@@ -89,6 +89,7 @@ struct Notes {
     std::size_t frees[64] = {};
     std::size_t free_count = 0;
     BlockSet news;
+    std::size_t bytes_of_new = 0;
 
     /// Counts an allocation of either kind; whether it is to fail.
     bool refuses() noexcept
@@ -147,6 +148,7 @@ void *noted_new(std::size_t size)
     if (notes.watching && !notes.news.insert(block)) {
         notes.complete = false;
     }
+    notes.bytes_of_new += notes.watching ? size : 0;
     return block;
 }
 
@@ -190,6 +192,11 @@ void HeapWatch::fail_allocation(std::size_t n, bool and_later) noexcept
 std::size_t HeapWatch::failures() noexcept
 {
     return notes.failures;
+}
+
+std::size_t HeapWatch::bytes_of_new() noexcept
+{
+    return notes.bytes_of_new;
 }
 
 std::vector<std::size_t> HeapWatch::malloc_sizes()

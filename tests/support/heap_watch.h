@@ -33,6 +33,9 @@ public:
     /// How many allocations `fail_allocation` has made fail so far.
     static std::size_t failures() noexcept;
 
+    /// The bytes that were asked of `operator new` so far, all calls together, failed ones excepted.
+    static std::size_t bytes_of_new() noexcept;
+
     /// The sizes asked of `malloc` so far, in order, failed calls included.
     static std::vector<std::size_t> malloc_sizes();
 
