@@ -262,7 +262,7 @@ void ConfigurationSetter::dump(const Configuration *cfg, std::ostream &out,
 
 void ConfigurationSetter::dump(const Configuration *cfg, std::ostream &out, const std::string &section) const
 {
-    out.width(0);
+    out.width(0); // one left in the stream would pad what comes first
     if (!section.empty()) {
         out << "[" << section << "]\n";
     }

@@ -2,7 +2,6 @@
 #include <limits>
 #include <locale>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,6 +10,7 @@
 
 #include "dalvo/configuration/configurationsetter.h"
 #include "examples/smt/z3options.h"
+#include "tests/examples/settings.h"
 
 namespace {
 
@@ -18,6 +18,7 @@ using dalvo::Configuration;
 using examples::Z3Group;
 using examples::Z3Row;
 using examples::Z3Target;
+using examples::testing::settings_of;
 
 std::vector<std::string> option_names()
 {
@@ -28,18 +29,6 @@ std::vector<std::string> option_names()
         names.push_back(option.name);
     }
     return names;
-}
-
-Configuration settings_of(const std::string &text)
-{
-    Configuration settings;
-    dalvo::ConfigurationSetter setter;
-    setter.initialize_options();
-    setter.load_default();
-    std::istringstream in(text);
-    setter.load(in, 2);
-    setter.update_config(&settings);
-    return settings;
 }
 
 std::string parameter(const char *name)

@@ -1,7 +1,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -10,6 +9,7 @@
 
 #include "dalvo/configuration/configurationsetter.h"
 #include "examples/solve/solveroptions.h"
+#include "tests/examples/settings.h"
 
 namespace {
 
@@ -17,18 +17,7 @@ using dalvo::Configuration;
 using examples::PassedOn;
 using examples::SolverRow;
 using examples::SolverTarget;
-
-Configuration settings_of(const std::string &text)
-{
-    Configuration settings;
-    dalvo::ConfigurationSetter setter;
-    setter.initialize_options();
-    setter.load_default();
-    std::istringstream in(text);
-    setter.load(in, 2);
-    setter.update_config(&settings);
-    return settings;
-}
+using examples::testing::settings_of;
 
 /// What CaDiCaL holds for `option` under `text`.
 int held(const std::string &text, const char *option)
