@@ -85,9 +85,16 @@ private:
                    : best;
     }
 
+    /// Two bytes changed at once: that is one edit, but none that is looked for here.
+    static bool is_swap(std::string_view a, std::string_view b)
+    {
+        return a.size() == b.size() && !std::equal(std::mismatch(a.begin(), a.end(), b.begin()).first + 1, a.end(),
+                                                   std::mismatch(a.begin(), a.end(), b.begin()).second + 1);
+    }
+
     static bool is_one_edit(std::string_view a, std::string_view b)
     {
-        return std::max(a.size(), b.size()) > 1 && str::edit_distance(a, b, 1) == 1;
+        return std::max(a.size(), b.size()) > 1 && str::edit_distance(a, b, 1) == 1 && !is_swap(a, b);
     }
 
     void add(std::string_view name, std::size_t position)

@@ -119,7 +119,11 @@ const OptionInfo *find_option(const std::string &name)
 
 std::vector<std::string> suggestions(const std::string &name, std::size_t most)
 {
-    return nearby_options(catalogue().options(), name, most);
+    NearbyNames nearby(name);
+    for (const OptionParser::Option &option : catalogue().options()) {
+        nearby.offer(option.name);
+    }
+    return nearby.nearest(most);
 }
 
 std::string unknown_option(const std::string &name)

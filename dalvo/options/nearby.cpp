@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
 
 #include "dalvo/utils/editdistance.h"
 #include "dalvo/utils/str.h"
@@ -11,35 +10,40 @@ namespace dalvo {
 
 namespace {
 
-/// Whether `name` is an option's name, or what stands behind one of its points, but for the case of letters.
-bool is_end_of(const std::string &option, const std::string &name)
+/// Whether `name` is `candidate`, or what stands behind one of its points; both folded.
+bool is_end_of(std::string_view candidate, std::string_view name)
 {
-    if (name.empty() || name.size() > option.size()) {
+    if (name.empty() || name.size() > candidate.size()) {
         return false;
     }
-    const std::size_t before = option.size() - name.size();
-    return (before == 0 || option[before - 1] == '.') &&
-           str::equal_but_for_case(std::string_view(option).substr(before), name);
+    const std::size_t before = candidate.size() - name.size();
+    return (before == 0 || candidate[before - 1] == '.') && candidate.substr(before) == name;
 }
 
 } // namespace
 
-std::vector<std::string> nearby_options(const std::deque<OptionParser::Option> &options, const std::string &name,
-                                        std::size_t most)
+NearbyNames::NearbyNames(const std::string &name)
+    : folded(str::folded(name)), limit(std::min<std::size_t>(3, name.size() / 3))
 {
-    const std::size_t limit = std::min<std::size_t>(3, name.size() / 3);
-    std::vector<std::pair<std::size_t, const std::string *>> found;
-    for (const OptionParser::Option &option : options) {
-        const std::size_t distance = is_end_of(option.name, name) ? 0 : str::edit_distance(name, option.name, limit);
-        if (distance <= limit) {
-            found.emplace_back(distance, &option.name);
-        }
+}
+
+void NearbyNames::offer(const std::string &candidate)
+{
+    const std::string other = str::folded(candidate);
+    const std::size_t distance = is_end_of(other, folded) ? 0 : str::edit_distance(folded, other, limit);
+    if (distance <= limit) {
+        found.emplace_back(distance, candidate);
     }
-    std::stable_sort(found.begin(), found.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+}
+
+std::vector<std::string> NearbyNames::nearest(std::size_t most) const
+{
+    auto sorted = found;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
     std::vector<std::string> names;
-    for (const auto &[distance, near] : found) {
+    for (const auto &[distance, name] : sorted) {
         if (names.size() < most) {
-            names.push_back(*near);
+            names.push_back(name);
         }
     }
     return names;

@@ -1,19 +1,39 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "dalvo/options/optionparser.h"
+#include "dalvo/export.h"
 
 namespace dalvo {
 
-/// The names among `options` that `name` (any bytes) is likely a slip for, nearest first, at most `most` of them;
-/// equally near ones in their order. A likely slip is the name in letters of the other case, or without what stands
-/// before one of its points; otherwise it is at most three edits away, and at most one for each three bytes.
-/// Throws std::bad_alloc when memory runs out.
-std::vector<std::string> nearby_options(const std::deque<OptionParser::Option> &options, const std::string &name,
-                                        std::size_t most);
+/// Finds the names that a name is likely a slip for. A likely slip is the name in letters of the other case, or without
+/// what stands before one of its points; otherwise it is at most three edits away, and at most one for each three
+/// bytes, letters counting in any case; two neighbours swapped are one edit.
+///
+/// Example:
+///
+///     NearbyNames nearby("restrat");
+///     nearby.offer("restart");
+///     nearby.nearest(3)           // {"restart"}
+///
+/// Names are any bytes. Each operation throws std::bad_alloc when memory runs out.
+class DALVO_API NearbyNames {
+public:
+    explicit NearbyNames(const std::string &name);
+
+    /// Keeps `candidate` if the name is likely a slip for it.
+    void offer(const std::string &candidate);
+
+    /// The candidates kept, the nearest first, at most `most` of them; equally near ones in their order.
+    std::vector<std::string> nearest(std::size_t most) const;
+
+private:
+    std::string folded;
+    std::size_t limit; // of edits
+    std::vector<std::pair<std::size_t, std::string>> found;
+};
 
 } // namespace dalvo

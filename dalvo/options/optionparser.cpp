@@ -21,16 +21,15 @@ template <class T> OptionParser::Value value_or_none(const std::optional<T> &par
     return parsed ? OptionParser::Value(*parsed) : OptionParser::Value();
 }
 
-/// The value that `text` says; none when it is not of the type.
-OptionParser::Value parse_value(const std::string &text, OptionType type, OptionBoolStyle style)
+/// " (did you mean NAME?)", or nothing.
+std::string hint(const std::deque<OptionParser::Option> &options, const std::string &name)
 {
-    switch (type) {
-    case OPT_BOOL: return value_or_none(parse_bool(text, style));
-    case OPT_INT: return value_or_none(parse_int(text));
-    case OPT_FLOAT: return value_or_none(parse_float(text));
-    case OPT_STR: break;
+    NearbyNames nearby(name);
+    for (const OptionParser::Option &option : options) {
+        nearby.offer(option.name);
     }
-    return text;
+    const std::vector<std::string> nearest = nearby.nearest(1);
+    return nearest.empty() ? "" : " (did you mean " + nearest.front() + "?)";
 }
 
 template <class T> bool read_value(const OptionParser::Option *option, T *out)
@@ -96,9 +95,7 @@ void OptionParser::parse_option(const std::string &name, const std::string &valu
 {
     const auto found = by_name.find(name);
     if (found == by_name.end()) {
-        const std::vector<std::string> nearby = nearby_options(registered, name, 1);
-        const std::string hint = nearby.empty() ? "" : " (did you mean " + nearby.front() + "?)";
-        throw error("unknown option " + name + hint, name, value, "");
+        throw error("unknown option " + name + hint(registered, name), name, value, "");
     }
     Option &option = *found->second;
     Value parsed = parse_value(value, option.type, style);
@@ -107,6 +104,17 @@ void OptionParser::parse_option(const std::string &name, const std::string &valu
     }
     option.value = std::move(parsed);
     option.level = level;
+}
+
+OptionParser::Value OptionParser::parse_value(std::string_view value, OptionType type, OptionBoolStyle bool_style)
+{
+    switch (type) {
+    case OPT_BOOL: return value_or_none(parse_bool(value, bool_style));
+    case OPT_INT: return value_or_none(parse_int(value));
+    case OPT_FLOAT: return value_or_none(parse_float(value));
+    case OPT_STR: break;
+    }
+    return std::string(value);
 }
 
 bool OptionParser::get_bool_option(const std::string &name, bool *out) const

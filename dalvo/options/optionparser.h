@@ -105,6 +105,10 @@ public:
     /// Throws std::bad_alloc when memory runs out. After a throw the earlier value and level stand.
     void parse_option(const std::string &name, const std::string &value, std::int32_t level);
 
+    /// The value that the text `value` (any bytes) says in the syntax of `type`, a boolean in that of `bool_style`;
+    /// std::monostate where it is not of the type. Throws std::bad_alloc when memory runs out.
+    static Value parse_value(std::string_view value, OptionType type, OptionBoolStyle bool_style);
+
     /// Returns true and writes the value of option `name` (any bytes) to `*out` (not null) when the option is
     /// registered, is a boolean and has a value; otherwise returns false and leaves `*out` alone. Does not throw.
     bool get_bool_option(const std::string &name, bool *out) const;

@@ -5,6 +5,15 @@
 
 namespace dalvo::str {
 
+namespace {
+
+char lower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+} // namespace
+
 std::string strip(const std::string &s, int (*predicate)(int))
 {
     return std::string(stripped(s, [&](char c) { return predicate(static_cast<signed char>(c)) != 0; }));
@@ -26,8 +35,14 @@ std::string joined(std::initializer_list<std::string_view> parts)
 
 bool equal_but_for_case(std::string_view a, std::string_view b) noexcept
 {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char c, char d) { return lower(c) == lower(d); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char c, char d) { return lower(c) == lower(d); });
+}
+
+std::string folded(std::string_view text)
+{
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), lower);
+    return result;
 }
 
 const std::string &TokenPosition::operator*() const

@@ -43,6 +43,10 @@ DALVO_API std::string joined(std::initializer_list<std::string_view> parts);
 /// Whether `a` and `b` (any bytes, may be empty) are the same but for the case of ASCII letters, whatever the locale.
 DALVO_API bool equal_but_for_case(std::string_view a, std::string_view b) noexcept;
 
+/// `text` (any bytes, may be empty) with its ASCII letters in lower case, whatever the locale. Throws std::bad_alloc when
+/// memory runs out.
+DALVO_API std::string folded(std::string_view text);
+
 /// Whether `c` (any byte) is white space of configuration texts: what isspace accepts in the "C" locale, whatever
 /// locale the host has set.
 constexpr bool is_space(char c) noexcept

@@ -1,6 +1,5 @@
 #include "dalvo/options/nearby.h"
 
-#include <deque>
 #include <string>
 #include <vector>
 
@@ -8,25 +7,18 @@
 
 namespace {
 
-using dalvo::nearby_options;
-using dalvo::OptionParser;
 using Names = std::vector<std::string>;
 
-std::deque<OptionParser::Option> options_named(const Names &names)
+Names nearby(const Names &candidates, const std::string &name, std::size_t most = 100)
 {
-    std::deque<OptionParser::Option> options;
-    for (const std::string &name : names) {
-        options.push_back({name, dalvo::OPT_INT, "", "", {}, 0});
+    dalvo::NearbyNames names(name);
+    for (const std::string &candidate : candidates) {
+        names.offer(candidate);
     }
-    return options;
+    return names.nearest(most);
 }
 
-Names nearby(const Names &registered, const std::string &name, std::size_t most = 100)
-{
-    return nearby_options(options_named(registered), name, most);
-}
-
-TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_most_three)
+TEST(nearby_names, allows_one_edit_for_each_three_bytes_of_the_name_and_at_most_three)
 {
     const struct {
         const char *name, *registered;
@@ -41,12 +33,13 @@ TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_mos
         {"abc", "ab", true, "one edit at three bytes: left out"},
         {"abc", "abcd", true, "one edit at three bytes: put in"},
         {"abc", "axd", false, "two edits at three bytes"},
-        {"abc", "acb", false, "two bytes exchanged are two edits"},
+        {"abc", "acb", true, "two neighbours swapped are one edit"},
+        {"abc", "cba", false, "others swapped are two"},
         {"abcde", "abcdX", true, "one edit at five bytes"},
         {"abcde", "abcXX", false, "two edits at five bytes"},
         {"abcde", "abcdefg", false, "two edits at five bytes, though the registered name has seven"},
         {"abcdef", "abcdXX", true, "two edits at six bytes"},
-        {"abcdef", "acbdef", true, "an exchange at six bytes"},
+        {"abcdef", "badcef", true, "two swaps at six bytes"},
         {"abcdef", "abcQQQ", false, "three edits at six bytes"},
         {"abcdefgh", "abcdefXX", true, "two edits at eight bytes"},
         {"abcdefgh", "abcdeQQQ", false, "three edits at eight bytes"},
@@ -61,7 +54,10 @@ TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_mos
         {"abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvQQQX", false, "four edits at twenty-six bytes"},
         {"VERBOSITY", "verbosity", true, "letters of the other case"},
         {"Verbosity", "verbosity", true, "a letter of the other case"},
-        {"VERBOSITYY", "verbosity", false, "letters of the other case are edits where anything else differs"},
+        {"VERBOSITYY", "verbosity", true, "letters of the other case are no edits beside one that is"},
+        {"VERBOSITYYYY", "verbosity", true, "three edits"},
+        {"ABC", "abd", true, "one edit at three bytes"},
+        {"ABC", "xbd", false, "two edits at three bytes"},
         {"mode", "dpll.preprocessor.mode", true, "behind the last point"},
         {"Preprocessor.Mode", "dpll.preprocessor.mode", true, "behind a point, in letters of the other case"},
         {"ode", "dpll.preprocessor.mode", false, "not behind a point"},
@@ -83,13 +79,13 @@ TEST(nearby_options, allows_one_edit_for_each_three_bytes_of_the_name_and_at_mos
     }
 }
 
-TEST(nearby_options, that_the_name_is_the_end_of_come_before_slips)
+TEST(nearby_names, that_the_name_is_the_end_of_come_before_slips)
 {
     const Names registered = {"nodes", "dpll.mode", "mose", "x.y.MODE"};
     EXPECT_EQ(nearby(registered, "mode"), (Names{"dpll.mode", "x.y.MODE", "mose"}));
 }
 
-TEST(nearby_options, come_nearest_first_and_equally_near_ones_in_their_order)
+TEST(nearby_names, come_nearest_first_and_equally_near_ones_in_their_order)
 {
     const Names registered = {"abcdefQQQ", "abcdefghX", "far away", "abcdefghi", "abcdefgXX", "Xbcdefghi", "abcdefgYY"};
     EXPECT_EQ(nearby(registered, "abcdefghi"),
@@ -98,7 +94,7 @@ TEST(nearby_options, come_nearest_first_and_equally_near_ones_in_their_order)
     EXPECT_EQ(nearby({"abf", "abe", "abd"}, "abc"), (Names{"abf", "abe", "abd"}));
 }
 
-TEST(nearby_options, keep_their_order_among_many_equally_near_ones)
+TEST(nearby_names, keep_their_order_among_many_equally_near_ones)
 {
     Names registered;
     for (char c = 'z'; c >= 'a'; --c) {
@@ -108,7 +104,7 @@ TEST(nearby_options, keep_their_order_among_many_equally_near_ones)
     EXPECT_EQ(found, registered);
 }
 
-TEST(nearby_options, are_cut_to_the_nearest_when_there_are_more_than_wanted)
+TEST(nearby_names, are_cut_to_the_nearest_when_there_are_more_than_wanted)
 {
     const Names registered = {"abcdXX", "abcdeX", "abcdef", "abcdeY"};
     const Names all = {"abcdef", "abcdeX", "abcdeY", "abcdXX"};
@@ -120,14 +116,14 @@ TEST(nearby_options, are_cut_to_the_nearest_when_there_are_more_than_wanted)
     EXPECT_EQ(nearby(registered, "abcdef", static_cast<std::size_t>(-1)), all);
 }
 
-TEST(nearby_options, are_none_where_nothing_is_registered_or_near)
+TEST(nearby_names, are_none_where_nothing_is_registered_or_near)
 {
     EXPECT_EQ(nearby({}, "verbosity"), Names{});
     EXPECT_EQ(nearby({}, ""), Names{});
     EXPECT_EQ(nearby({"random_seed", "proof"}, "verbosity"), Names{});
 }
 
-TEST(nearby_options, go_on_behind_a_nul)
+TEST(nearby_names, go_on_behind_a_nul)
 {
     const std::string name("ab\0cd\0", 6);
     const std::string near_one("ab\0cd\0e", 7);
@@ -135,7 +131,7 @@ TEST(nearby_options, go_on_behind_a_nul)
     EXPECT_EQ(nearby({far_one, near_one}, name), Names{near_one});
 }
 
-TEST(nearby_options, of_a_megabyte_are_found_by_their_slips_alone)
+TEST(nearby_names, of_a_megabyte_are_found_by_their_slips_alone)
 {
     const std::string name(1U << 20U, 'x');
     const std::string near_one = "y" + name.substr(2) + "z"; // replaced at both ends

@@ -853,4 +853,27 @@ TEST(value_texts, are_parsed_without_an_allocation)
     }
 }
 
+TEST(parse_value, gives_what_parse_option_keeps_and_nothing_where_that_throws)
+{
+    const OptionType types[] = {dalvo::OPT_BOOL, dalvo::OPT_INT, dalvo::OPT_FLOAT, dalvo::OPT_STR};
+    const OptionBoolStyle styles[] = {dalvo::BOOL_STYLE_BARE, dalvo::BOOL_STYLE_PLAIN, dalvo::BOOL_STYLE_WORDS};
+    for (const OptionType type : types) {
+        for (const OptionBoolStyle style : styles) {
+            OptionParser options(style);
+            options.add_option("o", type, "");
+            for (const std::string &text : {std::string(), std::string("1"), std::string("true"), std::string("-7"),
+                                            std::string("0.5"), std::string("1\0", 2), std::string("\xFF"),
+                                            std::string("2147483648"), std::string(" 1")}) {
+                OptionParser::Value kept;
+                try {
+                    options.parse_option("o", text, 0);
+                    kept = options.find_option("o")->value;
+                } catch (const OptionParser::error &) {
+                }
+                EXPECT_EQ(OptionParser::parse_value(text, type, style), kept) << type << ", " << style << ": " << text;
+            }
+        }
+    }
+}
+
 } // namespace

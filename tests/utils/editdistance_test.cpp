@@ -31,7 +31,10 @@ TEST(edit_distance, of_known_pairs)
         {"abc", "abcd", 1, "one at the end"},
         {"bcd", "abcd", 1, "one at the start"},
         {"abd", "abcd", 1, "one in the middle"},
-        {"ab", "ba", 2, "an exchange is two steps"},
+        {"ab", "ba", 1, "two neighbours swapped"},
+        {"abcd", "badc", 2, "twice two neighbours swapped"},
+        {"abc", "cab", 2, "no neighbours"},
+        {"ca", "abc", 3, "what is swapped stays as it is"},
         {"kitten", "sitting", 3, "two replaced, one inserted"},
         {"flaw", "lawn", 2, "one deleted, one inserted"},
         {"abc", "xyz", 3, "nothing in common"},
@@ -70,6 +73,9 @@ std::size_t full_matrix(const std::string &a, const std::string &b)
             } else {
                 const std::size_t replaced = d[i - 1][j - 1] + (a[i - 1] == b[j - 1] ? 0U : 1U);
                 d[i][j] = std::min({d[i - 1][j] + 1, d[i][j - 1] + 1, replaced});
+                if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+                    d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
+                }
             }
         }
     }

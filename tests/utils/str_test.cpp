@@ -152,6 +152,18 @@ TEST(equal_but_for_case, folds_ascii_letters_and_nothing_else)
     EXPECT_FALSE(equal_but_for_case("a", ""));
 }
 
+TEST(folded, puts_ascii_letters_in_lower_case_and_nothing_else)
+{
+    std::string bytes;
+    std::string expected;
+    for (int byte = 0; byte < 256; ++byte) {
+        bytes += static_cast<char>(byte);
+        expected += static_cast<char>(byte >= 'A' && byte <= 'Z' ? byte + 0x20 : byte);
+    }
+    EXPECT_EQ(dalvo::str::folded(bytes), expected);
+    EXPECT_EQ(dalvo::str::folded(""), "");
+}
+
 TEST(joined, has_the_parts_in_their_order)
 {
     EXPECT_EQ(joined({}), "");
