@@ -78,6 +78,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const std::vector<SecondLine> expected = dalvo::testing::read_second(text);
     require(recorder.lines == expected, "the reader finds what the second reader finds",
             described(recorder.lines) + "instead of\n" + described(expected));
+    Recorder in_memory;
+    dalvo::read_text(text, in_memory);
+    require(in_memory.lines == expected, "a text in memory is read as a stream is",
+            described(in_memory.lines) + "instead of\n" + described(expected));
 
     dalvo::ConfigurationSetter setter;
     SecondSections sections;

@@ -1,50 +1,29 @@
 #include "dalvo/configuration/reader.h"
 
+#include <algorithm>
 #include <istream>
 #include <new>
 #include <string>
 
 #include "dalvo/utils/str.h"
+#include "dalvo/utils/streammask.h"
 
 namespace dalvo {
 
 namespace {
 
-/// Reads a stream line by line. A failure of the stream ends the text, whichever exceptions its owner has asked it for;
-/// but memory that runs out inside the stream is thrown on, since the text would otherwise end unnoticed.
-class LineSource {
-public:
-    explicit LineSource(std::istream &stream) : in(stream), owners_mask(stream.exceptions())
-    {
-        in.exceptions(in.bad() ? std::ios_base::goodbit : std::ios_base::badbit);
+/// Reads the next line; false at the end of the text, which a failure of the stream is, too. Memory that runs out inside
+/// the stream is thrown on, since the text would otherwise end unnoticed.
+bool next_line(std::istream &in, std::string &line)
+{
+    try {
+        return static_cast<bool>(std::getline(in, line));
+    } catch (const std::bad_alloc &) {
+        throw;
+    } catch (...) {
+        return false;
     }
-
-    LineSource(const LineSource &) = delete;
-    LineSource &operator=(const LineSource &) = delete;
-
-    ~LineSource()
-    {
-        try {
-            in.exceptions(owners_mask);
-        } catch (...) { // thrown where the stream's state meets the mask, which is set nevertheless
-        }
-    }
-
-    bool next(std::string &line)
-    {
-        try {
-            return static_cast<bool>(std::getline(in, line));
-        } catch (const std::bad_alloc &) {
-            throw;
-        } catch (...) {
-            return false;
-        }
-    }
-
-private:
-    std::istream &in;
-    std::ios_base::iostate owners_mask;
-};
+}
 
 /// The part of `line` from offset `begin` to before `end`, stripped.
 TextPiece piece(std::string_view line, std::size_t begin, std::size_t end)
@@ -133,10 +112,20 @@ TextReceiver::~TextReceiver() = default;
 void read_text(std::istream &in, TextReceiver &receiver)
 {
     LineReader reader(receiver);
-    LineSource lines(in);
+    const StreamMask mask(in);
     std::string line;
-    for (std::uint64_t number = 1; lines.next(line); ++number) {
+    for (std::uint64_t number = 1; next_line(in, line); ++number) {
         reader.read_line({number, line});
+    }
+}
+
+void read_text(std::string_view text, TextReceiver &receiver)
+{
+    LineReader reader(receiver);
+    for (std::uint64_t number = 1; !text.empty(); ++number) { // nothing behind the last newline is no line
+        const std::size_t size = std::min(text.find('\n'), text.size());
+        reader.read_line({number, text.substr(0, size)});
+        text.remove_prefix(std::min(size + 1, text.size()));
     }
 }
 

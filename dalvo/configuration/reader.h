@@ -30,7 +30,8 @@ struct TextAssignment {
     bool has_equals; ///< false for a line that is a name and nothing else
 };
 
-/// Takes what `read_text` finds. All that an operation is given is borrowed: it is good until the operation returns.
+/// Takes what `read_text` finds. All that an operation is given is borrowed: it is good until the operation returns,
+/// but for texts in memory.
 class DALVO_API TextReceiver {
 public:
     virtual ~TextReceiver();
@@ -63,5 +64,9 @@ protected:
 /// A stream that fails ends the text, even where its own exception mask would have it throw. What the receiver throws
 /// passes through and ends the reading behind the line; std::bad_alloc is thrown when memory runs out.
 DALVO_API void read_text(std::istream &in, TextReceiver &receiver);
+
+/// Reads a configuration text that is in memory (any bytes), in the same way. What the receiver is given are views of
+/// `text`: good for as long as the bytes stay where they are.
+DALVO_API void read_text(std::string_view text, TextReceiver &receiver);
 
 } // namespace dalvo

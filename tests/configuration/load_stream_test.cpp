@@ -17,6 +17,7 @@
 
 #include "dalvo/configuration/configurationsetter.h"
 #include "tests/configuration/caught.h"
+#include "tests/support/odd_buffers.h"
 #include "tests/support/sections.h"
 
 namespace {
@@ -24,61 +25,21 @@ namespace {
 using dalvo::ConfigurationSetter;
 using dalvo::testing::Caught;
 using dalvo::testing::caught_from;
+using dalvo::testing::PiecewiseBuffer;
 using dalvo::testing::Sections;
 using dalvo::testing::sections_of;
-
-constexpr std::ios_base::iostate bits[] = {std::ios_base::badbit, std::ios_base::failbit, std::ios_base::eofbit};
-
-/// The `code`-th of the eight combinations of the three bits.
-std::ios_base::iostate combination(int code)
-{
-    std::ios_base::iostate state = std::ios_base::goodbit;
-    for (int i = 0; i < 3; ++i) {
-        if ((code >> i & 1) != 0) {
-            state |= bits[i];
-        }
-    }
-    return state;
-}
-
-/// Gives out a text in pieces, and does at its end what `at_end` says.
-class PiecewiseBuffer : public std::streambuf {
-public:
-    PiecewiseBuffer(std::string whole, std::size_t piece_size, std::function<void()> action)
-        : text(std::move(whole)), size(piece_size), at_end(std::move(action))
-    {
-    }
-
-protected:
-    int_type underflow() override
-    {
-        if (used == text.size()) {
-            at_end();
-            return traits_type::eof();
-        }
-        const std::size_t count = std::min(size, text.size() - used);
-        setg(&text[used], &text[used], &text[used] + count);
-        used += count;
-        return traits_type::to_int_type(*gptr());
-    }
-
-private:
-    std::string text;
-    std::size_t size;
-    std::function<void()> at_end;
-    std::size_t used = 0;
-};
+using dalvo::testing::state_of;
 
 TEST(load_stream, reads_to_the_end_under_every_exception_mask_and_restores_it)
 {
     for (int mask = 0; mask < 8; ++mask) {
         SCOPED_TRACE(mask);
         std::istringstream in("a = 1\n[s]\nb = 2");
-        in.exceptions(combination(mask));
+        in.exceptions(state_of(mask));
         ConfigurationSetter setter;
         EXPECT_NO_THROW(setter.load(in, 0));
         EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}, {"s", {{"b", "2"}}}}));
-        EXPECT_EQ(in.exceptions(), combination(mask));
+        EXPECT_EQ(in.exceptions(), state_of(mask));
         EXPECT_EQ(in.rdstate(), std::ios_base::eofbit | std::ios_base::failbit);
     }
 }
@@ -89,17 +50,17 @@ TEST(load_stream, takes_a_stream_that_has_failed_for_an_empty_text)
         for (int mask = 0; mask < 8; ++mask) {
             SCOPED_TRACE(::testing::Message() << "state " << state << ", mask " << mask);
             std::istringstream in("a = 1\n[");
-            in.setstate(combination(state));
+            in.setstate(state_of(state));
             try {
-                in.exceptions(combination(mask));
+                in.exceptions(state_of(mask));
             } catch (const std::ios_base::failure &) { // the mask is set nevertheless
-                EXPECT_EQ(in.exceptions(), combination(mask));
+                EXPECT_EQ(in.exceptions(), state_of(mask));
             }
             ConfigurationSetter setter;
             EXPECT_NO_THROW(setter.load(in, 0));
             EXPECT_EQ(sections_of(setter), (Sections{{"", {}}}));
-            EXPECT_EQ(in.exceptions(), combination(mask));
-            EXPECT_EQ(in.rdstate(), combination(state) | std::ios_base::failbit);
+            EXPECT_EQ(in.exceptions(), state_of(mask));
+            EXPECT_EQ(in.rdstate(), state_of(state) | std::ios_base::failbit);
         }
     }
 }
@@ -162,11 +123,11 @@ TEST(load_stream, ends_the_text_without_error_where_the_buffer_throws)
                 SCOPED_TRACE(::testing::Message() << failure.why << " " << text.why << ", mask " << mask);
                 PiecewiseBuffer buffer(text.text, 4, failure.failure);
                 std::istream in(&buffer);
-                in.exceptions(combination(mask));
+                in.exceptions(state_of(mask));
                 ConfigurationSetter setter;
                 EXPECT_NO_THROW(setter.load(in, 0));
                 EXPECT_EQ(sections_of(setter), text.expected);
-                EXPECT_EQ(in.exceptions(), combination(mask));
+                EXPECT_EQ(in.exceptions(), state_of(mask));
                 EXPECT_TRUE(in.bad());
             }
         }
@@ -181,15 +142,15 @@ TEST(load_stream, ends_the_text_where_the_stream_is_put_into_a_failed_state_half
         for (int mask = 0; mask < 8; ++mask) {
             SCOPED_TRACE(::testing::Message() << "state " << state << ", mask " << mask);
             std::istream *stream = nullptr;
-            PiecewiseBuffer buffer("a = 1\n[s]\nb = 2\nc = 3", 4, [&] { stream->setstate(combination(state)); });
+            PiecewiseBuffer buffer("a = 1\n[s]\nb = 2\nc = 3", 4, [&] { stream->setstate(state_of(state)); });
             std::istream in(&buffer);
             stream = &in;
-            in.exceptions(combination(mask));
+            in.exceptions(state_of(mask));
             ConfigurationSetter setter;
             EXPECT_NO_THROW(setter.load(in, 0));
-            const bool is_plain_end = combination(state) == std::ios_base::eofbit;
+            const bool is_plain_end = state_of(state) == std::ios_base::eofbit;
             EXPECT_EQ(sections_of(setter), is_plain_end ? last_line_too : whole_lines);
-            EXPECT_EQ(in.exceptions(), combination(mask));
+            EXPECT_EQ(in.exceptions(), state_of(mask));
         }
     }
 }
@@ -201,14 +162,14 @@ TEST(load_stream, takes_files_that_cannot_be_read_for_empty_texts)
             SCOPED_TRACE(::testing::Message() << "'" << path << "', mask " << mask);
             std::ifstream in(path);
             try {
-                in.exceptions(combination(mask));
+                in.exceptions(state_of(mask));
             } catch (const std::ios_base::failure &) { // the mask is set nevertheless
                 EXPECT_TRUE(in.fail());
             }
             ConfigurationSetter setter;
             EXPECT_NO_THROW(setter.load(in, 0));
             EXPECT_EQ(sections_of(setter), (Sections{{"", {}}}));
-            EXPECT_EQ(in.exceptions(), combination(mask));
+            EXPECT_EQ(in.exceptions(), state_of(mask));
             EXPECT_TRUE(in.fail());
         }
     }
@@ -220,11 +181,11 @@ TEST(load_stream, passes_on_that_memory_ran_out_in_the_buffer)
         SCOPED_TRACE(mask);
         PiecewiseBuffer buffer("a = 1\n[s]\nb = 2\nc = 3", 4, [] { throw std::bad_alloc(); });
         std::istream in(&buffer);
-        in.exceptions(combination(mask));
+        in.exceptions(state_of(mask));
         ConfigurationSetter setter;
         EXPECT_THROW(setter.load(in, 0), std::bad_alloc);
         EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}, {"s", {{"b", "2"}}}}));
-        EXPECT_EQ(in.exceptions(), combination(mask));
+        EXPECT_EQ(in.exceptions(), state_of(mask));
         EXPECT_TRUE(in.bad());
     }
     PiecewiseBuffer buffer("a = 1\n", 4, [] { throw std::bad_array_new_length(); });
@@ -240,12 +201,12 @@ TEST(load_stream, restores_the_mask_after_a_malformed_line)
         for (const char *text : {"a = 1\n[s\n", "a = 1\n[s"}) {
             SCOPED_TRACE(::testing::Message() << text << ", mask " << mask);
             std::istringstream in(text);
-            in.exceptions(combination(mask));
+            in.exceptions(state_of(mask));
             ConfigurationSetter setter;
             const Caught expected = {"bad format of configuration file: [s, value: ", "[s", "", ""};
             EXPECT_EQ(caught_from([&] { setter.load(in, 0); }), expected) << "not a failure of the stream";
             EXPECT_EQ(sections_of(setter), (Sections{{"", {{"a", "1"}}}}));
-            EXPECT_EQ(in.exceptions(), combination(mask));
+            EXPECT_EQ(in.exceptions(), state_of(mask));
         }
     }
 }

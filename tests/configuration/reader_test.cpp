@@ -3,6 +3,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -58,11 +59,16 @@ public:
     std::vector<std::string> lines;
 };
 
+/// What both ways to read the text find.
 Recorder events_of(const std::string &text)
 {
     std::istringstream in(text);
     Recorder recorder;
     dalvo::read_text(in, recorder);
+    Recorder in_memory;
+    dalvo::read_text(std::string_view(text), in_memory);
+    EXPECT_EQ(in_memory.events, recorder.events);
+    EXPECT_EQ(in_memory.lines, recorder.lines);
     return recorder;
 }
 
@@ -128,6 +134,53 @@ TEST(reader, stops_behind_the_line_at_which_the_receiver_throws)
     std::string rest;
     std::getline(in, rest);
     EXPECT_EQ(rest, "[s]");
+}
+
+/// Keeps the views that it is given.
+class Keeper : public dalvo::TextReceiver {
+public:
+    void header(const TextLine &, const std::vector<TextPiece> &names) override
+    {
+        for (const TextPiece &name : names) {
+            pieces.push_back(name.text);
+        }
+    }
+    void assignment(const TextLine &line, const TextAssignment &assignment) override
+    {
+        pieces.insert(pieces.end(), {line.text, assignment.name.text, assignment.value.text});
+    }
+    void malformed(const TextLine &, const TextPiece &stripped, const std::vector<TextPiece> &) override
+    {
+        pieces.push_back(stripped.text);
+    }
+
+    std::vector<std::string_view> pieces;
+};
+
+TEST(reader, gives_views_of_a_text_in_memory)
+{
+    const std::string text = " [ a ,b]\n x = y z \nname\n[]";
+    Keeper keeper;
+    dalvo::read_text(std::string_view(text), keeper);
+    const std::vector<std::string_view> expected = {"a", "b", " x = y z ", "x", "y z", "name", "name", "", "[]"};
+    EXPECT_EQ(keeper.pieces, expected);
+    for (const std::string_view piece : keeper.pieces) {
+        EXPECT_GE(piece.data(), text.data());
+        EXPECT_LE(piece.data() + piece.size(), text.data() + text.size());
+    }
+}
+
+TEST(reader, passes_on_what_a_receiver_throws_at_a_text_in_memory)
+{
+    class Throwing : public Recorder {
+        void malformed(const TextLine &, const TextPiece &, const std::vector<TextPiece> &) override
+        {
+            throw std::runtime_error("enough");
+        }
+    };
+    Throwing receiver;
+    EXPECT_THROW(dalvo::read_text(std::string_view("a = 1\n[\nb = 2"), receiver), std::runtime_error);
+    EXPECT_EQ(receiver.events, (std::vector<std::string>{"1: 'a'@1 = '1'@5"}));
 }
 
 } // namespace
