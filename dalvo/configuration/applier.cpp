@@ -1,4 +1,6 @@
+#include <cstddef>
 #include <locale>
+#include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -6,6 +8,7 @@
 
 #include "dalvo/configuration/appliedoptions.h"
 #include "dalvo/configuration/configurationsetter.h"
+#include "dalvo/configuration/effect.h"
 #include "dalvo/configuration/ranges.h"
 #include "dalvo/options/optionname.h"
 #include "dalvo/utils/str.h"
@@ -91,24 +94,14 @@ template <class Visitor> void preprocessor(Visitor &v, Configuration &c)
 
 template <class Visitor> void general(Visitor &v, Configuration &c)
 {
-    v.boolean("interpolation",            c.interpolation, [&](bool on) {
-        if (on) {
-            c.proof_generation = true;
-            c.preprocessor_toplevel_propagation = false;
-        }
-    });
+    v.boolean("interpolation",            c.interpolation,
+              when(is(true)).forces(c.proof_generation, true).forces(c.preprocessor_toplevel_propagation, false));
     v.boolean("model_generation",         c.model_generation);
     v.boolean("bool_model_generation",    c.bool_model_generation);
-    v.integer_stored_first("unsat_core_generation", c.unsat_core_generation, at_most(2), [&](std::int32_t mode) {
-        if (mode != 0) {
-            c.preprocessor_toplevel_propagation = false;
-            if (mode == 1) {
-                c.proof_generation = true;
-            } else {
-                c.dpll.store_tlemmas = true;
-            }
-        }
-    });
+    v.integer_stored_first("unsat_core_generation", c.unsat_core_generation, at_most(2),
+              when(is_not(0)).forces(c.preprocessor_toplevel_propagation, false),
+              when(is(1)).forces(c.proof_generation, true),
+              when(is_neither(0, 1)).forces(c.dpll.store_tlemmas, true));
     v.boolean("shallow_incrementality",   c.shallow_incrementality);
     v.integer("random_seed",              c.random_seed, any_but(0));
     v.boolean("allow_bool_function_args", c.allow_bool_function_args);
@@ -196,11 +189,8 @@ template <class Visitor> void arr(Visitor &v, Configuration &c)
     v.boolean("theory.arr.enable_ext_polarity",    c.theory_arr_enable_ext_polarity);
     v.boolean("theory.arr.enable_witness",         c.theory_arr_enable_witness);
     v.boolean("theory.arr.enable_nonlinear",       c.theory_arr_enable_nonlinear);
-    v.boolean("theory.arr.enable_nonlinear_strat", c.theory_arr_enable_nonlinear_strat, [&](bool on) {
-        if (on) {
-            c.theory_arr_enable_nonlinear = true;
-        }
-    });
+    v.boolean("theory.arr.enable_nonlinear_strat", c.theory_arr_enable_nonlinear_strat,
+              when(is(true)).forces(c.theory_arr_enable_nonlinear, true));
     v.boolean("theory.arr.enable_foreign",         c.theory_arr_enable_foreign);
     v.boolean("theory.arr.permanent_lemma_inst",   c.theory_arr_permanent_lemma_inst);
     v.boolean("theory.arr.enable_ext_arg",         c.theory_arr_enable_ext_arg);
@@ -264,22 +254,18 @@ template <class T> [[noreturn]] void raise_invalid_value(const std::string &name
     throw OptionParser::error("invalid value for option " + name, name, text.str(), "");
 }
 
-struct NoEffect {
-    template <class T> void operator()(const T &) const noexcept {}
-};
-
 /// Reads each option from a parser, tests its value and stores it; leaves alone what has no value.
 class Filling {
 public:
     explicit Filling(const OptionParser &parser) : options(parser) {}
 
-    template <class Effect = NoEffect> void boolean(const OptionName &row, bool &field, Effect effect = {})
+    template <class... Effects> void boolean(const OptionName &row, bool &field, const Effects &...effects)
     {
         const std::string &name = spell(row);
         bool value = false;
         if (options.get_bool_option(name, &value)) {
             field = value;
-            effect(value);
+            (effects.apply(value ? 1.0 : 0.0), ...);
         }
     }
 
@@ -294,15 +280,15 @@ public:
     }
 
     /// Stores before it tests: a value out of range is left in the field.
-    template <class Effect>
-    void integer_stored_first(const OptionName &row, std::int32_t &field, IntRange range, Effect effect)
+    template <class... Effects>
+    void integer_stored_first(const OptionName &row, std::int32_t &field, IntRange range, const Effects &...effects)
     {
         const std::string &name = spell(row);
         std::int32_t value = 0;
         if (options.get_int_option(name, &value)) {
             field = value;
             check(name, value, range);
-            effect(value);
+            (effects.apply(value), ...);
         }
     }
 
@@ -346,41 +332,95 @@ private:
     NameSpeller spell;
 };
 
-/// Lists the rows; reads and stores nothing.
+/// Lists the rows; reads and stores nothing. What rows force is listed by the names of the fields' own options.
 class Listing {
 public:
-    std::vector<AppliedOption> rows;
-
-    template <class Effect = NoEffect> void boolean(const OptionName &row, bool &, Effect = {})
+    template <class... Effects> void boolean(const OptionName &row, bool &field, const Effects &...effects)
     {
-        rows.push_back({spell(row), OPT_BOOL, {}});
+        add(row, OPT_BOOL, {}, effects...);
+        rows_of_fields[&field] = rows.size() - 1;
     }
 
-    void integer(const OptionName &row, std::int32_t &, IntRange range = {})
+    void integer(const OptionName &row, std::int32_t &, IntRange range = {}) { add(row, OPT_INT, range); }
+
+    template <class... Effects>
+    void integer_stored_first(const OptionName &row, std::int32_t &, IntRange range, const Effects &...effects)
     {
-        rows.push_back({spell(row), OPT_INT, range});
+        add(row, OPT_INT, range, effects...);
     }
 
-    template <class Effect>
-    void integer_stored_first(const OptionName &row, std::int32_t &field, IntRange range, Effect)
-    {
-        integer(row, field, range);
-    }
-
-    void real(const OptionName &row, double &, FloatRange range = {})
-    {
-        rows.push_back({spell(row), OPT_FLOAT, range});
-    }
-
-    void text(const OptionName &row, std::string &) { rows.push_back({spell(row), OPT_STR, {}}); }
+    void real(const OptionName &row, double &, FloatRange range = {}) { add(row, OPT_FLOAT, range); }
+    void text(const OptionName &row, std::string &) { add(row, OPT_STR, {}); }
 
     template <class Split> void list(const OptionName &row, std::vector<std::string> &, Split)
     {
-        rows.push_back({spell(row), OPT_STR, {}});
+        add(row, OPT_STR, {});
+    }
+
+    /// All rows. A field may be forced by a row before its own, so what is known of it is filled in last.
+    std::vector<AppliedOption> take_rows()
+    {
+        auto field = forced.begin();
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            for (Force &force : rows[row].forces) {
+                const std::size_t own_row = rows_of_fields.at(*field++);
+                force.option = rows[own_row].name;
+                force.own_assignment_wins = own_row > row;
+            }
+        }
+        return std::move(rows);
     }
 
 private:
+    template <class... Effects>
+    void add(const OptionName &row, OptionType type, const AppliedOption::Range &range, const Effects &...effects)
+    {
+        rows.push_back({spell(row), type, range, {}});
+        (note(effects), ...);
+    }
+
+    void note(const Effect &effect)
+    {
+        for (const Effect::Write &write : effect) {
+            rows.back().forces.push_back({effect.condition(), {}, write.value, false});
+            forced.push_back(write.field);
+        }
+    }
+
+    std::vector<AppliedOption> rows;
+    std::vector<const bool *> forced;                   // the fields that rows force, in the order of the rows' forces
+    std::map<const bool *, std::size_t> rows_of_fields; // the last row that fills each field
     NameSpeller spell;
+};
+
+/// Reads the fields of a record, row by row, as the values that the options would have.
+class Reading {
+public:
+    std::vector<OptionParser::Value> values;
+
+    template <class... Effects> void boolean(const OptionName &, const bool &field, const Effects &...) { add(field); }
+    void integer(const OptionName &, const std::int32_t &field, IntRange = {}) { add(field); }
+
+    template <class... Effects>
+    void integer_stored_first(const OptionName &, const std::int32_t &field, IntRange, const Effects &...)
+    {
+        add(field);
+    }
+
+    void real(const OptionName &, const double &field, FloatRange = {}) { add(static_cast<float>(field)); }
+    void text(const OptionName &, const std::string &field) { add(field); }
+
+    template <class Split> void list(const OptionName &, const std::vector<std::string> &field, Split)
+    {
+        std::string names = field.empty() ? "ALL" : "";
+        for (const std::string &name : field) {
+            names += (&name == &field.front() ? "" : ",") + name;
+        }
+        add(std::move(names));
+    }
+
+private:
+    template <class T> void add(T value) { values.emplace_back(std::move(value)); }
 };
 
 } // namespace
@@ -397,7 +437,14 @@ std::vector<AppliedOption> applied_options()
     Configuration unused;
     Listing listing;
     visit_options(listing, unused);
-    return std::move(listing.rows);
+    return listing.take_rows();
+}
+
+std::vector<OptionParser::Value> applied_values(Configuration record)
+{
+    Reading reading;
+    visit_options(reading, record);
+    return std::move(reading.values);
 }
 
 } // namespace dalvo

@@ -931,11 +931,11 @@ TEST(update_config, lets_no_level_decide)
 TEST(applied_option, accepts_the_values_of_its_type_within_its_range)
 {
     using dalvo::AppliedOption;
-    const AppliedOption boolean{"b", dalvo::OPT_BOOL, {}};
-    const AppliedOption integer{"i", dalvo::OPT_INT, dalvo::at_most(3)};
-    const AppliedOption any_integer{"j", dalvo::OPT_INT, {}};
-    const AppliedOption real{"r", dalvo::OPT_FLOAT, dalvo::at_most(1.0F)};
-    const AppliedOption text{"t", dalvo::OPT_STR, {}};
+    const AppliedOption boolean{"b", dalvo::OPT_BOOL, {}, {}};
+    const AppliedOption integer{"i", dalvo::OPT_INT, dalvo::at_most(3), {}};
+    const AppliedOption any_integer{"j", dalvo::OPT_INT, {}, {}};
+    const AppliedOption real{"r", dalvo::OPT_FLOAT, dalvo::at_most(1.0F), {}};
+    const AppliedOption text{"t", dalvo::OPT_STR, {}, {}};
     const struct {
         const AppliedOption &option;
         dalvo::OptionParser::Value value;

@@ -64,7 +64,7 @@ std::vector<std::string> words_of(const std::string &text)
 
 OptionInfo option_with(const std::string &name, const std::string &group, const std::string &help)
 {
-    return {name, OPT_INT, group, help, "0", {name, OPT_INT, at_most(2)}, {}};
+    return {name, OPT_INT, group, help, "0", {name, OPT_INT, at_most(2), {}}, {}};
 }
 
 std::string listing_text(const OptionList &options, std::size_t width)
