@@ -4,7 +4,7 @@
 #include "bench/inputs.h"
 #include "bench/workloads.h"
 #include "dalvo/configuration/configurationsetter.h"
-#include "tools/check.h"
+#include "tools/inspection/check.h"
 
 // check: what dalvo-config's report costs beside what the library does with the same text, which is to load it and to
 // replay its sections one after the other.

@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "fuzz/target.h"
-#include "tools/diagnostics.h"
+#include "tools/output/diagnostics.h"
 
 int dalvo_config_main(int argc, char **argv); // tools/main.cpp, under another name
 

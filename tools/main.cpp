@@ -7,10 +7,10 @@
 #include <CLI/CLI.hpp>
 
 #include "dalvo/version.h"
-#include "tools/commands.h"
-#include "tools/diagnostics.h"
-#include "tools/excerpt.h"
-#include "tools/inputs.h"
+#include "tools/commands/commands.h"
+#include "tools/output/diagnostics.h"
+#include "tools/output/excerpt.h"
+#include "tools/commands/inputs.h"
 
 namespace {
 

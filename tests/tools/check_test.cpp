@@ -1,4 +1,4 @@
-#include "tools/check.h"
+#include "tools/inspection/check.h"
 
 #include <algorithm>
 #include <limits>
@@ -17,11 +17,11 @@
 #include "dalvo/configuration/configurationsetter.h"
 #include "dalvo/utils/editdistance.h"
 #include "tests/support/classic_locale.h"
-#include "tools/check_names.h"
-#include "tools/excerpt.h"
-#include "tools/optioninfo.h"
-#include "tools/settings.h"
-#include "tools/sources.h"
+#include "tools/inspection/check_names.h"
+#include "tools/output/excerpt.h"
+#include "tools/inspection/optioninfo.h"
+#include "tools/inspection/settings.h"
+#include "tools/inspection/sources.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Drives the completion function in a real bash, with the variables that bash sets for it.
 
-#include "tools/completion_model.h"
+#include "tools/completion/model.h"
 
 #include <algorithm>
 #include <sstream>
@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/shell_session.h"
-#include "tools/commands.h"
-#include "tools/optioninfo.h"
+#include "tools/commands/commands.h"
+#include "tools/inspection/optioninfo.h"
 
 namespace {
 

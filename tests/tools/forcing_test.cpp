@@ -1,4 +1,4 @@
-#include "tools/forcing.h"
+#include "tools/inspection/forcing.h"
 
 #include <algorithm>
 #include <string>

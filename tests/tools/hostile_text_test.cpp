@@ -12,10 +12,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/shell_session.h"
-#include "tools/diagnostics.h"
-#include "tools/diff_table.h"
-#include "tools/excerpt.h"
-#include "tools/jsontext.h"
+#include "tools/output/diagnostics.h"
+#include "tools/output/table.h"
+#include "tools/output/excerpt.h"
+#include "tools/output/jsontext.h"
 
 namespace {
 

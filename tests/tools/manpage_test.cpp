@@ -1,9 +1,9 @@
-#include "tools/manpage.h"
+#include "tools/output/manpage.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/tools/shell_session.h"
-#include "tools/commands.h"
+#include "tools/commands/commands.h"
 
 namespace {
 

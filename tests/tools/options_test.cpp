@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "tools/listing.h"
+#include "tools/output/listing.h"
 
 namespace {
 

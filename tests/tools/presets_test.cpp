@@ -1,4 +1,4 @@
-#include "tools/presets.h"
+#include "tools/commands/presettexts.h"
 
 #include <algorithm>
 #include <fstream>
@@ -8,10 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/shell_session.h"
-#include "tools/forcing.h"
-#include "tools/inputs.h"
-#include "tools/presetnames.h"
-#include "tools/settings.h"
+#include "tools/inspection/forcing.h"
+#include "tools/commands/inputs.h"
+#include "tools/commands/presetnames.h"
+#include "tools/inspection/settings.h"
 
 namespace {
 

@@ -11,11 +11,11 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/classic_locale.h"
-#include "tools/diagnostics.h"
-#include "tools/forcing.h"
-#include "tools/inputs.h"
-#include "tools/optioninfo.h"
-#include "tools/show_settings.h"
+#include "tools/output/diagnostics.h"
+#include "tools/inspection/forcing.h"
+#include "tools/commands/inputs.h"
+#include "tools/inspection/optioninfo.h"
+#include "tools/output/show_settings.h"
 
 namespace {
 
