@@ -1,13 +1,31 @@
-# Installs what a host builds against: the public headers, the libraries, the CMake package, dalvo.pc and the documents.
+# Installs what a host builds against: the public headers, the libraries, the CMake package, the files of pkg-config and
+# the documents.
 # Nothing that is installed holds the prefix, so the whole may be moved.
 include(CMakePackageConfigHelpers)
 
 set(public_headers
   export.h
+  configuration/appliedoptions.h
+  configuration/condition.h
   configuration/configuration.h
   configuration/configurationsetter.h
   configuration/default_config.h
+  configuration/ranges.h
   configuration/reader.h
+  inspect/inspect.h
+  inspect/findings/check.h
+  inspect/findings/finding.h
+  inspect/findings/print.h
+  inspect/findings/rules.h
+  inspect/knowledge/catalogue.h
+  inspect/knowledge/optioninfo.h
+  inspect/runs/explanation.h
+  inspect/runs/file.h
+  inspect/runs/place.h
+  inspect/runs/resolution.h
+  inspect/runs/run.h
+  inspect/runs/settingstext.h
+  inspect/words/words.h
   options/optionparser.h
   utils/exception.h
   utils/hash.h
@@ -28,9 +46,14 @@ install(FILES "${PROJECT_BINARY_DIR}/include/dalvo/version.h"
 
 # The libraries, and for each kind a file that defines the same targets by it: dalvo-config.cmake chooses.
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/dalvo")
-function(dalvo_install_libraries kind)
-  install(TARGETS ${ARGN} dalvo_default_symbols EXPORT dalvo_${kind}
+function(dalvo_install_libraries kind suffix)
+  install(TARGETS dalvo_configuration${suffix} dalvo_defaults${suffix} dalvo_default_symbols EXPORT dalvo_${kind}
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dalvo_runtime NAMELINK_COMPONENT dalvo_development
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dalvo_development
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  )
+  install(TARGETS dalvo_inspect${suffix} EXPORT dalvo_${kind}
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dalvo_inspect NAMELINK_COMPONENT dalvo_development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dalvo_development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
   )
@@ -38,10 +61,10 @@ function(dalvo_install_libraries kind)
     DESTINATION "${package_folder}" COMPONENT dalvo_development)
 endfunction()
 if(BUILD_SHARED_LIBS)
-  dalvo_install_libraries(shared dalvo_configuration dalvo_defaults)
-  dalvo_install_libraries(static dalvo_configuration_static dalvo_defaults_static)
+  dalvo_install_libraries(shared "")
+  dalvo_install_libraries(static _static)
 else()
-  dalvo_install_libraries(static dalvo_configuration dalvo_defaults)
+  dalvo_install_libraries(static "")
 endif()
 
 # Before 1.0.0 a minor version may change the interface.
@@ -67,9 +90,11 @@ if("stdc++" IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES) # what a static link need
 elseif("c++" IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES)
   set(pc_libs_private "-lc++ -lc++abi -lm")
 endif()
-configure_file("${PROJECT_SOURCE_DIR}/cmake/dalvo.pc.in" "${CMAKE_CURRENT_BINARY_DIR}/dalvo.pc" @ONLY)
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/dalvo.pc"
-  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT dalvo_development)
+foreach(name dalvo dalvo-inspect)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in" "${CMAKE_CURRENT_BINARY_DIR}/${name}.pc" @ONLY)
+  install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${name}.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT dalvo_development)
+endforeach()
 
 # The documents, laid out as in the sources, so that their links lead somewhere. Not in the host's own folder.
 set(document_folder "${CMAKE_INSTALL_DATAROOTDIR}/doc/dalvo")

@@ -12,6 +12,14 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   configure_file("${CMAKE_CURRENT_LIST_DIR}/changelog.in" "${documents}/changelog" @ONLY)
   configure_file("${CMAKE_CURRENT_LIST_DIR}/copyright" "${documents}/copyright" COPYONLY)
 
+  # In a folder of the system libraries are found without it.
+  file(GLOB_RECURSE libraries "${root}/lib/libdalvo-inspect.so.*")
+  foreach(library IN LISTS libraries)
+    if(NOT IS_SYMLINK "${library}")
+      file(RPATH_REMOVE FILE "${library}")
+    endif()
+  endforeach()
+
   file(GLOB_RECURSE texts "${root}/share/man/*.[1-8]" "${documents}/changelog")
   execute_process(COMMAND gzip -9n ${texts} COMMAND_ERROR_IS_FATAL ANY)
   file(GLOB_RECURSE archives "${root}/lib/*.a")

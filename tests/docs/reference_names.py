@@ -16,6 +16,7 @@ ROOTS = [
     "dalvo/configuration/configurationsetter.h",
     "dalvo/configuration/default_config.h",
     "dalvo/configuration/reader.h",
+    "dalvo/inspect/inspect.h",
     "dalvo/utils/str.h",
 ]
 
