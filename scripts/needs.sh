@@ -19,6 +19,24 @@ need_build_tools() {
     need ninja-build ninja --version
 }
 
+# What dalvo-config is built with.
+need_tool_libraries() {
+    need libcli11-dev has_header CLI/CLI.hpp
+    need nlohmann-json3-dev has_header nlohmann/json.hpp
+    need libutf8proc-dev has_header utf8proc.h
+}
+
+need_test_libraries() {
+    need libgtest-dev has_header gtest/gtest.h
+    need librapidcheck-dev has_header rapidcheck.h
+}
+
+# What examples/solve and examples/smt are built with.
+need_solvers() {
+    need libcadical-dev has_header cadical.hpp
+    need libz3-dev has_header z3++.h
+}
+
 need_package_tools() {
     need dpkg-dev dpkg-shlibdeps --version
     need file file --version
