@@ -110,6 +110,11 @@ double CaseResult::median_ratio(const std::string &contender, const std::string 
     return median(ratios);
 }
 
+double CaseResult::limit(const RatioBound &bound) const
+{
+    return bound.at_most + bound.allowance / median_time(bound.against, bound.phase);
+}
+
 CaseResult measure(const Case &work, const Effort &effort, std::uint64_t seed)
 {
     CaseResult result{&work, {}};

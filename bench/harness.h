@@ -75,6 +75,7 @@ struct RatioBound {
     std::string against;
     std::string phase;
     double at_most;
+    double allowance = 0; ///< nanoseconds that our run may take beside that, for what the other does not do
 };
 
 /// The most allocations that a contender may make for each unit.
@@ -119,6 +120,8 @@ struct CaseResult {
     const Measured &of(const std::string &contender) const;
     double median_time(const std::string &contender, const std::string &phase) const;
     double median_ratio(const std::string &contender, const std::string &against, const std::string &phase) const;
+    /// The ratio that a bound allows, its allowance included.
+    double limit(const RatioBound &bound) const;
 };
 
 /// Checks each contender's result once, counts its allocations once, then measures. `seed` decides the orders.

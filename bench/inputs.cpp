@@ -9,6 +9,7 @@
 #include "bench/harness.h"
 #include "dalvo/configuration/appliedoptions.h"
 #include "dalvo/configuration/configurationsetter.h"
+#include "dalvo/inspect/inspect.h"
 
 namespace dalvo::bench {
 
@@ -86,6 +87,26 @@ std::string text_of(const testing::FieldPointer &field)
         },
         field);
     return text.str();
+}
+
+/// `assignment(i)` makes the i-th one.
+template <class MakeAssignment>
+InputText text_of_sections(std::size_t lines, const std::vector<std::string> &section_names, MakeAssignment assignment)
+{
+    InputText made;
+    made.lines = lines;
+    made.assignments = lines - section_names.size();
+    for (std::size_t s = 0; s < section_names.size(); ++s) {
+        InputSection section{section_names[s], {}};
+        made.text += "[" + section.name + "]\n";
+        const std::size_t end = made.assignments * (s + 1) / section_names.size();
+        for (std::size_t i = made.assignments * s / section_names.size(); i < end; ++i) {
+            section.assignments.push_back(assignment(i));
+            made.text += section.assignments.back().first + " = " + section.assignments.back().second + "\n";
+        }
+        made.sections.push_back(std::move(section));
+    }
+    return made;
 }
 
 } // namespace
@@ -179,22 +200,20 @@ InputText make_text(std::size_t lines, const std::vector<std::string> &section_n
     std::mt19937_64 random(fixed_seed + lines);
     std::vector<OptionParser::Option> options = catalogue();
     std::shuffle(options.begin(), options.end(), random);
-    InputText made;
-    made.lines = lines;
-    made.assignments = lines - section_names.size();
-    for (std::size_t s = 0; s < section_names.size(); ++s) {
-        InputSection section{section_names[s], {}};
-        made.text += "[" + section.name + "]\n";
-        const std::size_t end = made.assignments * (s + 1) / section_names.size();
-        for (std::size_t i = made.assignments * s / section_names.size(); i < end; ++i) {
-            const OptionParser::Option &option = options[i % options.size()];
-            const std::string name = option.name + std::string(padding, '_');
-            section.assignments.emplace_back(name, acceptable_value(option, random));
-            made.text += name + " = " + section.assignments.back().second + "\n";
-        }
-        made.sections.push_back(std::move(section));
-    }
-    return made;
+    const std::string underscores(padding, '_');
+    return text_of_sections(lines, section_names, [&](std::size_t i) {
+        const OptionParser::Option &option = options[i % options.size()];
+        return Assignment(option.name + underscores, acceptable_value(option, random));
+    });
+}
+
+InputText make_plain_text(std::size_t lines, const std::vector<std::string> &section_names)
+{
+    const auto &options = inspect::Catalogue::standard().options();
+    return text_of_sections(lines, section_names, [&](std::size_t i) {
+        const inspect::OptionInfo &option = options[i % catalogue().size()];
+        return Assignment(option.name, inspect::value_text(option.default_value));
+    });
 }
 
 std::vector<std::string> make_names(Names kind, std::size_t count, const std::string &prefix, int digits)

@@ -54,6 +54,10 @@ struct InputText {
 /// names an option twice before it has named all. Each name is followed by `padding` underscores.
 InputText make_text(std::size_t lines, const std::vector<std::string> &section_names, std::size_t padding = 0);
 
+/// The same, each option with its default, in the catalogue's order: a text in which nothing is to be found but lines
+/// that are repeated, which a section of more lines than there are options must have.
+InputText make_plain_text(std::size_t lines, const std::vector<std::string> &section_names);
+
 enum class Names {
     spread,   ///< a prefix and hexadecimal digits drawn at random
     numbered, ///< a prefix and a number: fast_000017

@@ -84,12 +84,13 @@ nlohmann::json bounds_of(const CaseResult &result)
     nlohmann::json list = nlohmann::json::array();
     for (const RatioBound &bound : work.ratio_bounds) {
         const double reached = result.median_ratio(bound.contender, bound.against, bound.phase);
+        const double limit = result.limit(bound);
         list.push_back({{"contender", bound.contender},
                         {"against", bound.against},
                         {"phase", bound.phase},
                         {"ratio", reached},
-                        {"at_most", bound.at_most},
-                        {"met", reached <= bound.at_most}});
+                        {"at_most", limit},
+                        {"met", reached <= limit}});
     }
     for (const AllocationBound &bound : work.allocation_bounds) {
         const double reached = static_cast<double>(result.of(bound.contender).heap.allocations) / work.units;
@@ -155,7 +156,7 @@ void print_table(std::ostream &out, const CaseResult &result, const Instructions
     for (const RatioBound &bound : work.ratio_bounds) {
         const std::string phase = has_phases(work) ? ", " + bound.phase : "";
         print_bound(out, bound.contender + " / " + bound.against + phase,
-                    result.median_ratio(bound.contender, bound.against, bound.phase), bound.at_most);
+                    result.median_ratio(bound.contender, bound.against, bound.phase), result.limit(bound));
     }
     for (const AllocationBound &bound : work.allocation_bounds) {
         print_bound(out, bound.contender + ", allocations per " + work.unit,

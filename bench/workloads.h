@@ -26,6 +26,7 @@ CaseMakers dump_cases(Scale scale);
 CaseMakers map_cases(Scale scale);
 CaseMakers section_cases(Scale scale);
 CaseMakers check_cases(Scale scale);
+CaseMakers resolve_cases(Scale scale);
 
 /// All of them, in the order of the table.
 CaseMakers all_cases(Scale scale);
