@@ -1,8 +1,12 @@
 #include "examples/host/settings.h"
 
-#include <fstream>
+#include <iostream>
 #include <locale>
 #include <sstream>
+#include <utility>
+#include <vector>
+
+#include "dalvo/inspect/inspect.h"
 
 namespace examples {
 
@@ -34,53 +38,30 @@ private:
     std::map<std::string, std::string> &texts;
 };
 
-bool has_section(const dalvo::ConfigurationSetter &setter, const std::string &section)
-{
-    for (const auto *head : setter.sections().table().buckets()) {
-        for (const auto *node = head; node != nullptr; node = node->next()) {
-            if (node->value().first == section) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
 } // namespace
 
 std::string read_file(const std::string &file)
 {
-    std::ifstream in(file, std::ios_base::binary);
-    std::ostringstream text;
-    if (in.peek() != std::ifstream::traits_type::eof()) {
-        text << in.rdbuf();
-    } else {
-        in.clear(in.rdstate() & ~(std::ios_base::eofbit | std::ios_base::failbit)); // an empty file
+    dalvo::inspect::Contents contents = dalvo::inspect::read_file(file);
+    if (!contents.error.empty()) {
+        throw Failure(file + ": " + contents.error);
     }
-    if (!in.is_open() || !in || !text) {
-        throw Failure(file + ": cannot be read");
-    }
-    return text.str();
+    return std::move(contents.bytes);
 }
 
 dalvo::Configuration read_settings(const std::string &file, const std::string &section)
 {
+    dalvo::inspect::Run run;
+    run.add_default();
+    if (!file.empty()) {
+        run.add_file(file);
+    }
+    run.choose_section(section);
     dalvo::Configuration settings;
-    dalvo::ConfigurationSetter setter;
-    setter.initialize_options();
-    setter.load_default();
-    try {
-        if (!file.empty()) {
-            std::istringstream text(read_file(file));
-            setter.load(text, 2);
-        }
-        if (!section.empty() && !has_section(setter, section)) {
-            throw Failure((file.empty() ? "the built-in text" : file) + ": no section '" + section + "'");
-        }
-        setter.set_active_config(section);
-        setter.update_config(&settings);
-    } catch (const dalvo::OptionParser::error &e) {
-        throw Failure(file + ": " + e.what());
+    const std::vector<dalvo::inspect::Finding> findings = fill(run, &settings);
+    print(std::cerr, findings);
+    if (has_errors(findings)) {
+        throw Failure("the settings have " + counts(findings));
     }
     return settings;
 }

@@ -18,8 +18,8 @@ public:
 std::string read_file(const std::string &file);
 
 /// The settings of the built-in text, then of the configuration text in `file` and of its section `section`. An empty
-/// name stands for neither. Throws Failure when the file cannot be read, is malformed, has no such section, or holds a
-/// value that does not apply.
+/// name stands for neither. Writes what is wrong with the text, and what looks like a mistake, to standard error, as
+/// `dalvo-config check` does; throws Failure where it is an error.
 dalvo::Configuration read_settings(const std::string &file, const std::string &section);
 
 /// The settings as texts, by the names of their options.

@@ -214,14 +214,16 @@ TEST(smt, says_what_is_wrong_and_ends_with_status_2)
     const TemporaryFile good("(check-sat)");
     const TemporaryFile with_nul("(check-sat)\n\0(check-sat)"s);
     const TemporaryFile config("[a]\ndpll.restart_strategy = 4\n");
+    const std::string one_error = "smt: the settings have 1 error\n";
     const struct { std::string arguments; std::string err; } rows[] = {
-        {"nowhere.smt2", "smt: nowhere.smt2: cannot be read\n"},
-        {"examples", "smt: examples: cannot be read\n"},
+        {"nowhere.smt2", "smt: nowhere.smt2: No such file or directory\n"},
+        {"examples", "smt: examples: is a folder\n"},
         {with_nul.name, "smt: " + with_nul.name + ":2: a NUL byte\n"},
-        {"--config nowhere.cfg " + good.name, "smt: nowhere.cfg: cannot be read\n"},
-        {"--section x --config " + config.name + " " + good.name, "smt: " + config.name + ": no section 'x'\n"},
+        {"--config nowhere.cfg " + good.name, "nowhere.cfg: error: No such file or directory\n" + one_error},
+        {"--section x --config " + config.name + " " + good.name, config.name + ": error: no section 'x'\n" + one_error},
         {"--section a --config " + config.name + " " + good.name,
-         "smt: " + config.name + ": invalid value for option dpll.restart_strategy: dpll.restart_strategy, value: 4\n"},
+         config.name + ":2:25: error: value 4 is out of range: dpll.restart_strategy accepts at most 3\n"
+                       "    dpll.restart_strategy = 4\n                            ^\n" + one_error},
         {"", "script is required\nRun with --help for more information.\n"},
         {good.name + " >/dev/full", "smt: standard output: cannot be written\n"},
     };

@@ -172,20 +172,24 @@ TEST(solve, says_what_is_wrong_and_ends_with_status_2)
     const TemporaryFile bad("p cnf 1 1 2 0");
     const TemporaryFile config("[a]\ndpll.restart_strategy = 4\n[b]\nfoo = 1\n[c]\nrandom_seed = x\n");
     const TemporaryFile malformed("[a\n");
+    const std::string one_error = "solve: the settings have 1 error\n";
     const std::string with = " --config '" + config.name + "' '" + good.name + "' --section ";
     const struct { std::string arguments; std::string err; } rows[] = {
-        {"nowhere.cnf", "solve: nowhere.cnf: cannot be read\n"},
-        {"examples", "solve: examples: cannot be read\n"},
+        {"nowhere.cnf", "solve: nowhere.cnf: No such file or directory\n"},
+        {"examples", "solve: examples: is a folder\n"},
         {bad.name, "solve: " + bad.name + ":1:11: literal 2 is beyond the header's variables, 1\n"},
-        {"--config nowhere.cfg " + good.name, "solve: nowhere.cfg: cannot be read\n"},
+        {"--config nowhere.cfg " + good.name, "nowhere.cfg: error: No such file or directory\n" + one_error},
         {"--config '" + malformed.name + "' " + good.name,
-         "solve: " + malformed.name + ": bad format of configuration file: [a, value: \n"},
-        {with + "d", "solve: " + config.name + ": no section 'd'\n"},
-        {"--section d " + good.name, "solve: the built-in text: no section 'd'\n"},
-        {with + "a", "solve: " + config.name +
-                         ": invalid value for option dpll.restart_strategy: dpll.restart_strategy, value: 4\n"},
-        {with + "b", "solve: " + config.name + ": unknown option foo: foo, value: 1\n"},
-        {with + "c", "solve: " + config.name + ": invalid value for option random_seed: random_seed, value: x\n"},
+         malformed.name + ":1:1: error: malformed header: it does not end with ']'\n    [a\n    ^\n" + one_error},
+        {with + "d", config.name + ": error: no section 'd'\n" + one_error},
+        {"--section d " + good.name, "error: no section 'd'\n" + one_error},
+        {with + "a", config.name +
+                         ":2:25: error: value 4 is out of range: dpll.restart_strategy accepts at most 3\n"
+                         "    dpll.restart_strategy = 4\n                            ^\n" + one_error},
+        {with + "b", config.name + ":4:1: error: unknown option foo\n    foo = 1\n    ^\n" + one_error},
+        {with + "c", config.name +
+                         ":6:15: error: invalid value 'x': random_seed is a 32-bit int and accepts any but 0\n"
+                         "    random_seed = x\n                  ^\n" + one_error},
         {"", "problem is required\nRun with --help for more information.\n"},
         {"--nothing " + good.name, "The following argument was not expected: --nothing\n"
                                    "Run with --help for more information.\n"},
