@@ -9,7 +9,7 @@
 
 #include "tests/tools/shell_session.h"
 #include "tools/commands/commands.h"
-#include "tools/inspection/optioninfo.h"
+#include "dalvo/inspect/knowledge/catalogue.h"
 
 namespace {
 
@@ -92,7 +92,7 @@ std::string joined(const std::vector<std::string> &words)
 TEST(bash_completion, offers_what_a_place_takes)
 {
     expect_completed({
-        {"", "show check options explain diff sections presets completion", "all commands but the hidden one"},
+        {"", "show check options explain diff sections presets completion help", "all commands but the hidden one"},
         {"sho", "show", "a command's beginning"},
         {"show^ x", "show", "the cursor is before the line's end"},
         {"se^xyz", "sections", "the cursor is within a word"},
@@ -185,7 +185,7 @@ TEST(bash_completion, offers_the_flags_that_each_command_has)
     tool.set_version_flag("--version", "");
     add_commands(tool);
     std::vector<std::string> lines = {"-"};
-    std::vector<std::string> expected = {"-h --help --version"};
+    std::vector<std::string> expected = {"-h --help -V --version"};
     for (const CLI::App *app : tool.get_subcommands({})) {
         std::string flags;
         for (const CLI::Option *option : app->get_options({})) {
@@ -206,12 +206,12 @@ TEST(bash_completion, offers_every_option_with_the_values_that_its_help_lists)
     std::vector<std::string> lines = {"show -o "};
     std::vector<std::string> names;
     std::vector<std::string> expected;
-    for (const OptionInfo &option : all_options()) {
+    for (const dalvo::inspect::OptionInfo &option : dalvo::inspect::Catalogue::standard().options()) {
         std::vector<std::string> values;
         if (option.type == dalvo::OPT_BOOL) {
             values = {"true", "false"};
         }
-        for (const Code &code : option.codes) {
+        for (const dalvo::inspect::Code &code : option.codes) {
             values.push_back(std::to_string(code.value));
         }
         names.push_back(option.name + "=");

@@ -14,13 +14,11 @@
 #include "tests/tools/shell_session.h"
 #include "tools/output/diagnostics.h"
 #include "tools/output/table.h"
-#include "tools/output/excerpt.h"
 #include "tools/output/jsontext.h"
 
 namespace {
 
 using namespace std::string_literals;
-using dalvo::OptionParser;
 using dalvo::tests::output_of;
 using namespace dalvo::tools;
 namespace fs = std::filesystem;
@@ -97,7 +95,7 @@ TEST_F(hostile_text, never_reaches_the_terminal_raw)
         {"[" + harm, "sections t.cfg", "a malformed header"},
         {"[" + harm + "]\nverbosity = 1", "sections t.cfg", "a section"},
         {"[" + harm + "]\nverbosity = 1", "explain verbosity t.cfg", "a section that is not chosen"},
-        {"[%s%n%d\x1B[31ma]\nx\n[%s%n%d\x1B[31mb]\nx", "check t.cfg", "sections with similar names"},
+        {"[%s%n%d\x1B[31mab]\nx\n[%s%n%d\x1B[31mba]\nx", "check t.cfg", "sections with similar names"},
         {"[" + harm + "," + harm + "]\nx", "check t.cfg", "a section named twice"},
         {"printer.defines_prefix = " + harm, "explain printer.defines_prefix t.cfg", "a text value"},
         {"printer.defines_prefix = " + harm, "diff t.cfg empty.cfg", "a text value"},
@@ -122,8 +120,7 @@ TEST_F(hostile_text, of_the_command_line_never_reaches_the_terminal_raw)
              "explain verbosity -o \"verbosity=$A\"", "diff t.cfg \"$A\"", "diff t.cfg t.cfg --section-a \"$A\"",
              "sections \"$A\"", "options \"$A\"", "presets \"$A\"", "completion \"$A\"", "\"$A\"",
          }) {
-        const bool writes_text = std::string(arguments) == "show --section \"$A\""; // the settings in force
-        const std::string shown_text = written("verbosity = 1", arguments, writes_text ? "2>&1 >/dev/null" : "2>&1");
+        const std::string shown_text = written("verbosity = 1", arguments);
         EXPECT_EQ(raw_bytes_in(shown_text), "") << arguments;
         EXPECT_NE(shown_text.find("%s%n%d\\x1b[31m"), std::string::npos) << arguments << ":\n" << shown_text;
     }
@@ -231,51 +228,10 @@ TEST(table, aligns_cells_but_those_beyond_100_columns)
     EXPECT_EQ(moved.str(), "  a    1\n  " + beyond + "  2\n  abc  3\n");
 }
 
-TEST(escaped, leaves_printable_text_and_escapes_the_rest)
+TEST(failure, is_one_line_whatever_the_texts_hold)
 {
-    const struct {
-        std::string text;
-        std::string expected;
-        const char *why;
-    } rows[] = {
-        {"", "", "nothing"},
-        {" a~\\%s", " a~\\%s", "printable ASCII"},
-        {"\n\r\t", "\\n\\r\\t", "with names of their own"},
-        {"\0\x1F\x7F"s, "\\x00\\x1f\\x7f", "controls of ASCII"},
-        {"\x80\x9B\x9F", "\\x80\\x9b\\x9f", "controls above ASCII, as bytes"},
-        {"\xC2\x80\xC2\x9B\xC2\x9F", "\\xc2\\x80\\xc2\\x9b\\xc2\\x9f", "controls above ASCII, in UTF-8"},
-        {"\xC2\xA0\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "\xC2\xA0\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "UTF-8"},
-        {"\xE4\xFF\xC0\xAF", "\\xe4\\xff\\xc0\\xaf", "no UTF-8"},
-        {"a\xC3", "a\\xc3", "UTF-8 cut short"},
-        {"\xE2\x80\xAE\xE2\x81\xA9", "\\xe2\\x80\\xae\\xe2\\x81\\xa9", "turns the direction round"},
-    };
-    for (const auto &row : rows) {
-        EXPECT_EQ(escaped(row.text), row.expected) << row.why;
-        EXPECT_EQ(shown(row.text), row.expected) << row.why;
-        EXPECT_EQ(Failure(row.text, row.text).what(), row.expected + ": " + row.expected) << row.why;
-    }
-}
-
-TEST(shown_message, shows_each_piece_of_the_error)
-{
-    const std::string x60(60, 'x');
-    const struct {
-        OptionParser::error error;
-        std::string expected;
-    } rows[] = {
-        {{"unknown option a", "a", "1", ""}, "unknown option a: a, value: 1"},
-        {{"unknown option o", "o", "o", ""}, "unknown option o: o, value: o"},
-        {{"unknown option ", "", "", ""}, "unknown option : , value: "},
-        {{"unknown option \x1B (did you mean b?)", "\x1B", "\x9B", ""},
-         "unknown option \\x1b (did you mean b?): \\x1b, value: \\x9b"},
-        {{"unknown option " + x60 + "y", x60 + "y", x60 + "z", ""},
-         "unknown option " + x60 + "...: " + x60 + "..., value: " + x60 + "..."},
-        {{"bad format of configuration file", "[" + x60, "", ""},
-         "bad format of configuration file: [" + x60.substr(1) + "..., value: "},
-    };
-    for (const auto &row : rows) {
-        EXPECT_EQ(shown_message(row.error), row.expected);
-    }
+    EXPECT_EQ(Failure("a\n\x1B", "\xC2\x9B\xFF").what(), std::string("a\\n\\x1b: \\xc2\\x9b\\xff"));
+    EXPECT_EQ(Failure("a", "b").status, status_problem);
 }
 
 } // namespace

@@ -17,6 +17,8 @@ namespace {
 
 using namespace dalvo;
 using namespace dalvo::tools;
+using dalvo::inspect::Catalogue;
+using dalvo::inspect::OptionInfo;
 
 std::string file_text(const std::string &path)
 {
@@ -64,7 +66,12 @@ std::vector<std::string> words_of(const std::string &text)
 
 OptionInfo option_with(const std::string &name, const std::string &group, const std::string &help)
 {
-    return {name, OPT_INT, group, help, "0", {name, OPT_INT, at_most(2), {}}, {}};
+    OptionInfo option;
+    static_cast<AppliedOption &>(option) = {name, OPT_INT, at_most(2), {}};
+    option.group = group;
+    option.help = help;
+    option.default_value = 0;
+    return option;
 }
 
 std::string listing_text(const OptionList &options, std::size_t width)
@@ -113,15 +120,15 @@ TEST(pattern, is_a_part_of_a_name_or_a_glob_for_whole_names)
 
 TEST(selection, has_each_chosen_option_once_and_the_patterns_that_match_nothing)
 {
-    const Selection selection = select_options({"proof*", "none", "verbosity", "proof_generation", "x*", "none"});
+    const Selection selection = select_options(Catalogue::standard(), {"proof*", "none", "verbosity", "proof_generation", "x*", "none"});
     EXPECT_EQ(names_of(selection.options), (std::vector<std::string>{"verbosity", "proof_generation"}));
     EXPECT_EQ(selection.unmatched, (std::vector<std::string>{"none", "x*", "none"}));
 }
 
 TEST(selection, is_the_whole_catalogue_without_a_pattern)
 {
-    const Selection selection = select_options({});
-    EXPECT_EQ(selection.options.size(), all_options().size());
+    const Selection selection = select_options(Catalogue::standard(), {});
+    EXPECT_EQ(selection.options.size(), Catalogue::standard().options().size());
     EXPECT_EQ(selection.options.size(), 127U);
     EXPECT_TRUE(selection.unmatched.empty());
 }
@@ -137,7 +144,7 @@ TEST(groups, are_in_the_order_of_their_first_option_even_when_they_are_mixed)
 
 TEST(listing, keeps_to_the_width_and_to_the_words)
 {
-    const OptionList all = select_options({}).options;
+    const OptionList all = select_options(Catalogue::standard(), {}).options;
     const std::vector<std::string> words = words_of(listing_text(all, 100000));
     for (const std::size_t width : {20U, 21U, 40U, 79U, 80U, 81U, 200U}) {
         const std::string text = listing_text(all, width);
@@ -151,10 +158,11 @@ TEST(listing, keeps_to_the_width_and_to_the_words)
 
 TEST(listing, shows_the_help_of_every_option_below_its_name)
 {
-    for (const OptionInfo &option : all_options()) {
+    for (const OptionInfo &option : Catalogue::standard().options()) {
         const std::string text = listing_text({&option}, 100000);
-        std::string expected = option.group + "\n  " + option.name + " (" + option.type_name() +
-                               ")\n      Default: " + (option.default_value.empty() ? "empty" : option.default_value) +
+        const std::string value = dalvo::inspect::value_text(option.default_value);
+        std::string expected = option.group + "\n  " + option.name + " (" + dalvo::inspect::type_name(option.type) +
+                               ")\n      Default: " + (value.empty() ? "empty" : value) +
                                ". Accepted: " + option.accepted() + ".\n";
         for (const std::string &line : lines_of(option.help)) {
             expected += "      " + line + "\n";
@@ -250,11 +258,11 @@ TEST(options_document, is_what_the_built_command_writes)
 TEST(options_json, tells_what_the_catalogue_knows)
 {
     const auto list = nlohmann::json::parse(printed("options --format json")).at("options");
-    ASSERT_EQ(list.size(), all_options().size());
+    ASSERT_EQ(list.size(), Catalogue::standard().options().size());
     for (std::size_t i = 0; i < list.size(); ++i) {
-        const OptionInfo &option = all_options()[i];
+        const OptionInfo &option = Catalogue::standard().options()[i];
         EXPECT_EQ(list[i].at("name"), option.name);
-        EXPECT_EQ(list[i].at("type"), option.type_name());
+        EXPECT_EQ(list[i].at("type"), dalvo::inspect::type_name(option.type));
         EXPECT_EQ(std::string(list[i].at("group")) + ":", option.group);
         EXPECT_EQ(list[i].at("accepted"), option.accepted());
         EXPECT_EQ(list[i].at("help"), option.help);
@@ -264,8 +272,8 @@ TEST(options_json, tells_what_the_catalogue_knows)
                     : option.type == OPT_STR ? given.is_string()
                                              : given.is_number_float())
             << option.name;
-        EXPECT_EQ(given, option.type == OPT_STR ? nlohmann::json(option.default_value)
-                                                : nlohmann::json::parse(option.default_value)) << option.name;
+        const std::string value = dalvo::inspect::value_text(option.default_value);
+        EXPECT_EQ(given, option.type == OPT_STR ? nlohmann::json(value) : nlohmann::json::parse(value)) << option.name;
         ASSERT_EQ(list[i].at("codes").size(), option.codes.size()) << option.name;
         for (std::size_t k = 0; k < option.codes.size(); ++k) {
             EXPECT_EQ(list[i]["codes"][k].at("value"), option.codes[k].value);
@@ -279,7 +287,7 @@ TEST(options_json, gives_the_range_that_the_application_keeps)
     const auto list = nlohmann::json::parse(printed("options --format json")).at("options");
     std::set<std::string> seen;
     for (const auto &entry : list) {
-        const OptionInfo *const option = find_option(entry.at("name"));
+        const OptionInfo *const option = Catalogue::standard().find(std::string(entry.at("name")));
         ASSERT_NE(option, nullptr);
         const auto &range = entry.at("range");
         if (option->type == OPT_BOOL || option->type == OPT_STR) {
@@ -290,8 +298,8 @@ TEST(options_json, gives_the_range_that_the_application_keeps)
             const bool inside = (range.at("lowest").is_null() || value >= range["lowest"]) &&
                                 (range.at("highest").is_null() || value <= range["highest"]) &&
                                 (range.at("except").is_null() || value != range["except"]);
-            const bool accepted = option->type == OPT_INT ? option->applied.accepts(value)
-                                                          : option->applied.accepts(static_cast<float>(value));
+            const bool accepted = option->type == OPT_INT ? option->accepts(value)
+                                                          : option->accepts(static_cast<float>(value));
             EXPECT_EQ(inside, accepted) << option->name << ' ' << value;
         }
         for (const char *const bound : {"lowest", "highest", "except"}) {

@@ -8,32 +8,34 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/shell_session.h"
-#include "tools/inspection/forcing.h"
-#include "tools/commands/inputs.h"
-#include "tools/commands/presetnames.h"
-#include "tools/inspection/settings.h"
+#include "dalvo/inspect/inspect.h"
+#include "tools/output/diagnostics.h"
 
 namespace {
 
 using namespace dalvo::tools;
+using dalvo::inspect::Value;
 
-std::vector<Assignment> own_assignments(const std::string &preset)
+using dalvo::inspect::Resolution;
+using dalvo::inspect::Run;
+using dalvo::inspect::Setting;
+
+Run run_after(const std::string &before, const std::string &preset)
 {
-    return read_preset(preset).sections.front().assignments;
+    Run run;
+    run.add_default();
+    run.add_text("before", before);
+    run.add_text(preset, preset_named(preset, "").text);
+    return run;
 }
 
 /// The settings that differ from the built-in text's with `preset`, as "name=value ...", in the order of dump.
 std::string changes(const std::string &preset)
 {
-    Inputs inputs;
-    const std::vector<Setting> before = settings_of(record_of(applying_assignments(inputs)));
-    inputs.presets = {preset};
-    const std::vector<Setting> after = settings_of(record_of(applying_assignments(inputs)));
+    const Resolution resolution(run_after("", preset));
     std::string text;
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        if (before[i].value != after[i].value) {
-            text += (text.empty() ? "" : " ") + after[i].name + "=" + after[i].text();
-        }
+    for (const Setting *const setting : chosen_settings(resolution, {true, false, false})) {
+        text += (text.empty() ? "" : " ") + setting->option->name + "=" + dalvo::inspect::value_text(setting->value);
     }
     return text;
 }
@@ -70,18 +72,16 @@ std::string enabled_theories(const std::string &preset, const std::string &befor
         {"theory.la.enabled", "la"},   {"theory.la.laz_enabled", "laz"}, {"theory.euf.enabled", "euf"},
         {"theory.arr.enabled", "arr"}, {"theory.bv.enabled", "bv"},      {"theory.fp.enabled", "fp"},
     };
-    std::vector<Assignment> assignments;
+    std::string text_before;
     for (const auto &[name, theory] : switches) {
-        assignments.push_back({name, before, file_level, {"before", 1}, ""});
+        text_before += name + " = " + before + "\n";
     }
-    for (const Assignment &assignment : own_assignments(preset)) {
-        assignments.push_back(assignment);
-    }
-    const std::vector<Setting> settings = settings_of(record_of(assignments));
+    const Resolution resolution(run_after(text_before, preset));
+    const auto is_on = [&](const std::string &name) { return resolution.find(name)->value == Value(true); };
     std::string text;
     for (const auto &[name, theory] : switches) {
-        const bool counts = theory != "laz" || setting_named(settings, "theory.la.enabled").text() == "true";
-        text += counts && setting_named(settings, name).text() == "true" ? theory + " " : "";
+        const bool counts = theory != "laz" || is_on("theory.la.enabled");
+        text += counts && is_on(name) ? theory + " " : "";
     }
     return text;
 }
@@ -126,44 +126,23 @@ TEST(presets, change_what_is_asked_of_the_solver_and_what_that_forces)
     }
 }
 
-TEST(presets, stand_before_any_header_and_assign_nothing_that_is_forced)
+TEST(presets, stand_before_any_header)
 {
     for (const Preset &preset : presets()) {
-        const Source source = read_preset(preset.name);
-        EXPECT_EQ(source.sections.size(), 1U) << preset.name;
-        const std::vector<Assignment> &assignments = source.sections.front().assignments;
-        ASSERT_FALSE(assignments.empty()) << preset.name;
-        const Forcing forcing(assignments);
-        for (const Assignment &assignment : assignments) {
-            EXPECT_FALSE(forcing.is_forced(assignment.name)) << preset.name << ": " << assignment.name;
-        }
+        dalvo::inspect::Run run;
+        run.add_text(preset.name, preset.text);
+        ASSERT_EQ(run.sections().size(), 1U) << preset.name;
+        EXPECT_GT(run.sections().front().assignments, 0U) << preset.name;
     }
 }
 
-TEST(presets, pass_check_without_a_warning)
+TEST(presets, pass_check_without_a_warning_as_they_are_and_as_show_writes_them)
 {
     for (const Preset &preset : presets()) {
         const std::string command = "dalvo-config check --werror - 2>&1; echo status $?";
         EXPECT_EQ(dalvo::tests::output_of(command, preset.text), "status 0\n") << preset.name;
-    }
-}
-
-TEST(presets, assign_each_option_once_and_none_of_a_theory_that_they_switch_off)
-{
-    for (const Preset &preset : presets()) {
-        const std::vector<Assignment> assignments = own_assignments(preset.name);
-        for (const Assignment &assignment : assignments) {
-            std::size_t times = 0;
-            bool is_off = false;
-            for (const Assignment &other : assignments) {
-                times += other.name == assignment.name ? 1 : 0;
-                const std::string theory = other.name.substr(0, other.name.rfind('.') + 1);
-                is_off = is_off || (other.name == theory + "enabled" && other.value == "false" &&
-                                    other.name != assignment.name && assignment.name.rfind(theory, 0) == 0);
-            }
-            EXPECT_EQ(times, 1U) << preset.name << ": " << assignment.name;
-            EXPECT_FALSE(is_off) << preset.name << ": " << assignment.name;
-        }
+        EXPECT_EQ(dalvo::tests::output_of("dalvo-config show --preset " + preset.name + " | " + command), "status 0\n")
+            << "as show writes it: " << preset.name;
     }
 }
 
@@ -208,7 +187,7 @@ TEST(summary_of, gives_the_first_comment_line_without_its_mark_and_stop)
     }
 }
 
-TEST(unknown_preset, names_at_most_three_near_ones)
+TEST(preset_named, tells_at_most_three_near_names_for_one_that_is_none)
 {
     const struct {
         const char *name;
@@ -223,7 +202,13 @@ TEST(unknown_preset, names_at_most_three_near_ones)
         {"", "no preset ''", "none is near"},
     };
     for (const auto &row : rows) {
-        EXPECT_EQ(unknown_preset(row.name), row.expected) << row.why;
+        try {
+            preset_named(row.name, "--preset");
+            FAIL() << row.name;
+        } catch (const Failure &e) {
+            EXPECT_EQ(e.what(), std::string("--preset: ") + row.expected) << row.why;
+            EXPECT_EQ(e.status, status_usage);
+        }
     }
 }
 

@@ -9,7 +9,7 @@
 //     exit: 1
 //
 // A last line without a line end is written as "out~ text" or "err~ text". Commands are run by the shell in
-// tests/tools/files. With DALVO_UPDATE_TRANSCRIPTS set, the transcripts are written anew instead; read the difference.
+// tests/tools/files. With DALVO_UPDATE set, the transcripts are written anew instead; read the difference.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -98,7 +98,7 @@ TEST_P(transcript, repeats)
     const std::string expected = read_file(path);
     const std::string again = run_again(expected, scratch);
     fs::remove_all(scratch);
-    if (std::getenv("DALVO_UPDATE_TRANSCRIPTS") != nullptr) {
+    if (std::getenv("DALVO_UPDATE") != nullptr) {
         std::ofstream(path, std::ios_base::binary) << again;
     }
     ASSERT_NE(expected.find("\n$ "), std::string::npos) << "a transcript without a command tests nothing";

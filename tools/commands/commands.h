@@ -19,6 +19,7 @@ Command add_check(CLI::App &tool);
 Command add_completion(CLI::App &tool);
 Command add_diff(CLI::App &tool);
 Command add_explain(CLI::App &tool);
+Command add_help(CLI::App &tool);
 Command add_man(CLI::App &tool);
 Command add_options(CLI::App &tool);
 Command add_presets(CLI::App &tool);

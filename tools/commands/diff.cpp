@@ -1,14 +1,18 @@
 #include <cstddef>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <vector>
 
+#include "dalvo/inspect/runs/resolution.h"
+#include "dalvo/inspect/words/printable.h"
 #include "tools/commands/commands.h"
-#include "tools/output/diagnostics.h"
-#include "tools/output/table.h"
-#include "tools/output/diff_value.h"
 #include "tools/commands/inputs.h"
+#include "tools/output/diagnostics.h"
+#include "tools/output/findings.h"
 #include "tools/output/jsontext.h"
+#include "tools/output/knowledgejson.h"
+#include "tools/output/table.h"
 
 namespace dalvo::tools {
 
@@ -26,28 +30,36 @@ struct Arguments {
     std::vector<std::string> presets; ///< of both
     bool with_defaults = true;
     std::string format = "text";
+    ColourChoice colour;
 };
 
 /// The settings of one option on both sides.
 struct Difference {
-    Setting a;
-    Setting b;
+    std::string name;
+    inspect::Value a;
+    inspect::Value b;
 };
 
-std::vector<Setting> settings_of_side(const Side &side, const Arguments &arguments)
+/// None where the side has an error, which is then reported.
+std::optional<inspect::Resolution> resolved(const Side &side, const Arguments &arguments)
 {
-    const Inputs inputs{arguments.presets, {side.path}, side.section, {}, arguments.with_defaults};
-    return settings_of(record_of(applying_assignments(inputs)));
+    const inspect::Run run = run_of({arguments.presets, {side.path}, side.section, {}, arguments.with_defaults});
+    inspect::Resolution resolution(run);
+    if (resolution.applies()) {
+        return resolution;
+    }
+    report_errors(run, arguments.colour);
+    return std::nullopt;
 }
 
-std::vector<Difference> differences(const Arguments &arguments)
+std::vector<Difference> differences(const inspect::Resolution &a, const inspect::Resolution &b)
 {
-    const std::vector<Setting> a = settings_of_side(arguments.a, arguments);
-    const std::vector<Setting> b = settings_of_side(arguments.b, arguments);
     std::vector<Difference> found;
-    for (std::size_t i = 0; i < a.size(); ++i) { // the same options in the same order
-        if (!same_value(a[i], b[i])) {
-            found.push_back({a[i], b[i]});
+    for (const std::size_t position : a.catalogue().dump_order()) {
+        const inspect::Setting &left = a.settings()[position];
+        const inspect::Setting &right = b.settings()[position];
+        if (!inspect::same_value(left.value, right.value)) {
+            found.push_back({left.option->name, left.value, right.value});
         }
     }
     return found;
@@ -55,9 +67,9 @@ std::vector<Difference> differences(const Arguments &arguments)
 
 void write_side(const char *letter, const Side &side)
 {
-    std::cout << letter << ": " << escaped(file_name(side.path));
+    std::cout << letter << ": " << inspect::escaped(file_name(side.path));
     if (!side.section.empty()) {
-        std::cout << ", section " << escaped(side.section);
+        std::cout << ", section " << inspect::escaped(side.section);
     }
     std::cout << '\n';
 }
@@ -72,7 +84,7 @@ void write_text(const Arguments &arguments, const std::vector<Difference> &found
     std::cout << '\n';
     std::vector<std::vector<std::string>> rows{{"", "A", "B"}};
     for (const Difference &difference : found) {
-        rows.push_back({difference.a.name, shown_value(difference.a), shown_value(difference.b)});
+        rows.push_back({difference.name, inspect::value_words(difference.a), inspect::value_words(difference.b)});
     }
     write_table(std::cout, rows);
 }
@@ -89,11 +101,7 @@ void write_json(const Arguments &arguments, const std::vector<Difference> &found
 {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
     for (const Difference &difference : found) {
-        nlohmann::ordered_json json;
-        json["name"] = difference.a.name;
-        json["a"] = json_value(difference.a);
-        json["b"] = json_value(difference.b);
-        list.push_back(std::move(json));
+        list.push_back({{"name", difference.name}, {"a", json_value(difference.a)}, {"b", json_value(difference.b)}});
     }
     nlohmann::ordered_json json;
     json["a"] = json_side(arguments.a);
@@ -102,25 +110,15 @@ void write_json(const Arguments &arguments, const std::vector<Difference> &found
     std::cout << json_text(json);
 }
 
-/// `e` with the status of wrong usage: a failure never ends with the one that says that the two differ.
-Failure usage_failure(const Failure &e)
-{
-    const std::string text = e.what(); // "where: what"
-    const std::size_t colon = text.find(": ");
-    return {text.substr(0, colon), text.substr(colon + 2), status_usage};
-}
-
 int diff(const Arguments &arguments)
 {
-    if (arguments.a.path == "-" && arguments.b.path == "-") {
-        throw CLI::ValidationError("A and B", "only one of them can be standard input");
+    require_one_standard_input({arguments.a.path, arguments.b.path});
+    const std::optional<inspect::Resolution> a = resolved(arguments.a, arguments);
+    const std::optional<inspect::Resolution> b = resolved(arguments.b, arguments);
+    if (!a || !b) {
+        return status_usage; // never the one that says that the two differ
     }
-    std::vector<Difference> found;
-    try {
-        found = differences(arguments);
-    } catch (const Failure &e) {
-        throw usage_failure(e);
-    }
+    const std::vector<Difference> found = differences(*a, *b);
     if (arguments.format == "json") {
         write_json(arguments, found);
     } else {
@@ -143,19 +141,15 @@ Command add_diff(CLI::App &tool)
     add_presets_option(*app, arguments->presets);
     add_text(*app, "--section-a", arguments->a.section, "The section to choose in A")->type_name("NAME");
     add_text(*app, "--section-b", arguments->b.section, "The section to choose in B")->type_name("NAME");
-    app->add_flag_callback(
-           "--no-defaults", [arguments] { arguments->with_defaults = false; },
-           "Start without the built-in default text")
-        ->disable_flag_override();
-    app->add_option("--format", arguments->format, "The form of the answer")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({"text", "json"}));
-    app->footer("Lists the options whose settings differ, with both settings, a text in quotes. What is only written\n"
+    add_no_defaults(*app, arguments->with_defaults);
+    add_format(*app, arguments->format, {"text", "json"});
+    add_colour(*app, arguments->colour);
+    app->footer("Lists the options whose settings differ, with both settings, a text in quotes. What is only written "
                 "differently (1 or true, 0.50 or .5, the order of the lines) is no difference.\n\n"
                 "Example:\n"
                 "  dalvo-config diff solver.cfg solver.cfg --section-a fast --section-b thorough\n\n"
                 "Exit status: 0 when nothing differs; 1 when something does; 2 for wrong usage, a file that cannot be "
-                "read,\na malformed line, or an option or a value that is not accepted.");
+                "read, a section that it does not have, or an error in what applies.");
     return {app, [arguments] { return diff(*arguments); }};
 }
 

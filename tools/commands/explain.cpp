@@ -1,9 +1,12 @@
+#include <iostream>
 #include <memory>
 
+#include "dalvo/inspect/words/printable.h"
 #include "tools/commands/commands.h"
+#include "tools/commands/inputs.h"
 #include "tools/output/diagnostics.h"
-#include "tools/output/explain_report.h"
-#include "tools/inspection/settings.h"
+#include "tools/output/explanation.h"
+#include "tools/output/findings.h"
 
 namespace dalvo::tools {
 
@@ -13,37 +16,30 @@ struct Arguments {
     std::string name;
     Inputs inputs;
     std::string format = "text";
+    ColourChoice colour;
 };
-
-void write(const Arguments &arguments, const Trail &trail, const Forcing *forcing)
-{
-    if (arguments.format == "json") {
-        write_json_explanation(trail, forcing);
-    } else {
-        write_explanation(trail, forcing);
-    }
-}
 
 int explain(const Arguments &arguments)
 {
-    const OptionInfo *const option = find_option(arguments.name);
-    if (option == nullptr) {
-        throw Failure("command line", unknown_option(arguments.name), status_usage);
+    const inspect::Run run = run_of(arguments.inputs);
+    const inspect::Catalogue &catalogue = run.catalogue();
+    if (catalogue.find(arguments.name) == nullptr) {
+        throw Failure("command line",
+                      "unknown option " + inspect::shown(arguments.name) +
+                          inspect::did_you_mean(catalogue.suggestions(arguments.name)),
+                      status_usage);
     }
-    const Inputs &inputs = arguments.inputs;
-    const std::vector<Source> sources = read_sources(inputs);
-    const std::vector<Assignment> assignments = applying_assignments(sources, inputs);
-    const Trail trail = trail_of(*option, steps_of(sources, inputs));
-    try {
-        record_of(trail.applying());
-    } catch (const Failure &) { // what is wrong with the option itself is part of the answer
-        write(arguments, trail, nullptr);
-        throw;
+    const inspect::Resolution resolution(run);
+    const Explanation explanation{resolution, *resolution.find(arguments.name), resolution.assignments(arguments.name)};
+    // What is wrong with the option itself is part of the answer; with anything else there is no answer.
+    if (resolution.applies() || explanation.has_rejected()) {
+        if (arguments.format == "json") {
+            write_explanation_json(std::cout, explanation);
+        } else {
+            write_explanation(std::cout, explanation);
+        }
     }
-    record_of(assignments); // throws for what is wrong with another option, replaced or not
-    const Forcing forcing(assignments);
-    write(arguments, trail, &forcing);
-    return status_fine;
+    return resolution.applies() ? status_fine : report_errors(run, arguments.colour);
 }
 
 } // namespace
@@ -55,16 +51,16 @@ Command add_explain(CLI::App &tool)
     add_text(*app, "NAME", arguments->name, "The option")->type_name("")->required();
     add_texts(*app, arguments->inputs);
     add_choices(*app, arguments->inputs);
-    app->add_option("--format", arguments->format, "The form of the answer")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({"text", "json"}));
-    app->footer("Tells what the option means and accepts, every assignment to it, which one wins and why, the setting "
-                "in force\n(a text in quotes), and which options force it or are forced by it.\n\n"
+    add_format(*app, arguments->format, {"text", "json"});
+    add_colour(*app, arguments->colour);
+    app->footer("Tells what the option means and accepts, what it has to do with others, every assignment to it, which "
+                "one wins and why, the setting in force (a text in quotes), whether it has an effect, and which "
+                "options force it or are forced by it.\n\n"
                 "Example:\n"
                 "  dalvo-config explain dpll.restart_strategy solver.cfg --section fast\n\n"
                 "Exit status: 0 when the setting is explained; 1 for a bad file, option or value (when it is an "
-                "assignment to\nthe option itself, its trail is written all the same); 2 for wrong usage, an unknown "
-                "NAME or a file that\ncannot be read.");
+                "assignment to the option itself, its trail is written all the same); 2 for wrong usage, an unknown "
+                "NAME, a section that no text has, or a file that cannot be read.");
     return {app, [arguments] { return explain(*arguments); }};
 }
 

@@ -1,28 +1,26 @@
 #include "tools/commands/inputs.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <iterator>
 
-#include "tools/output/diagnostics.h"
-#include "tools/output/excerpt.h"
+#include "dalvo/inspect/runs/file.h"
+#include "dalvo/inspect/words/printable.h"
+#include "dalvo/inspect/words/words.h"
 #include "tools/commands/presettexts.h"
 
 namespace dalvo::tools {
 
 namespace {
 
-/// Appends the assignments of section `name`, text by text; false when no text has it.
-bool append_section(const std::vector<Source> &sources, const std::string &name, std::vector<Assignment> &assignments)
+inspect::Contents standard_input()
 {
-    bool found = false;
-    for (const Source &source : sources) {
-        for (const Section &section : source.sections) {
-            if (section.name == name) {
-                found = true;
-                assignments.insert(assignments.end(), section.assignments.begin(), section.assignments.end());
-            }
-        }
+    inspect::Contents contents = inspect::read_stream(std::cin);
+    if (std::ferror(stdin) != 0) { // of std::cin's failures only stdin knows
+        contents.error = "cannot be read";
     }
-    return found;
+    return contents;
 }
 
 /// Throws CLI::ValidationError for a text that is not NAME=VALUE.
@@ -30,51 +28,48 @@ void add_override(Inputs &inputs, const std::string &text)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos) {
-        throw CLI::ValidationError("-o", "'" + shown(text) + "' is not of the form NAME=VALUE");
+        throw CLI::ValidationError("-o", inspect::quoted(text) + " is not of the form NAME=VALUE");
     }
     inputs.overrides.emplace_back(text.substr(0, equals), text.substr(equals + 1));
 }
 
 } // namespace
 
-std::vector<Source> read_sources(const Inputs &inputs)
+inspect::Run run_of(const Inputs &inputs)
 {
-    std::vector<Source> sources;
+    require_one_standard_input(inputs.files);
+    inspect::Run run;
     if (inputs.with_defaults) {
-        sources.push_back(read_default());
+        run.add_default();
     }
     for (const std::string &name : inputs.presets) {
-        sources.push_back(read_preset(name));
+        run.add_text("preset " + name, preset_named(name, "--preset").text);
     }
     for (const std::string &path : inputs.files) {
-        sources.push_back(read_file(path));
+        add_input(run, path);
     }
-    return sources;
-}
-
-Assignment override_of(const std::string &name, const std::string &value)
-{
-    return {name, value, override_level, {"command line", 0}, ""};
-}
-
-std::vector<Assignment> applying_assignments(const Inputs &inputs)
-{
-    return applying_assignments(read_sources(inputs), inputs);
-}
-
-std::vector<Assignment> applying_assignments(const std::vector<Source> &sources, const Inputs &inputs)
-{
-    std::vector<Assignment> assignments;
-    append_section(sources, "", assignments);
-    if (!inputs.section.empty() && !append_section(sources, inputs.section, assignments)) {
-        const std::string file = inputs.files.size() == 1 ? " in " + file_name(inputs.files.front()) : "";
-        warn_later("no section '" + shown(inputs.section) + "'" + file +
-                   (inputs.section == "default" ? "; what stands below [default] always applies" : ""));
-    }
+    run.choose_section(inputs.section);
     for (const auto &[name, value] : inputs.overrides) {
-        assignments.push_back(override_of(name, value));
+        run.assign(name, value);
     }
-    return assignments;
+    return run;
+}
+
+void add_input(inspect::Run &run, const std::string &path)
+{
+    run.add_contents(file_name(path), path == "-" ? standard_input() : inspect::read_file(path));
+}
+
+void require_one_standard_input(const std::vector<std::string> &paths)
+{
+    if (std::count(paths.begin(), paths.end(), "-") > 1) {
+        throw CLI::ValidationError("-", "standard input can be read once only");
+    }
+}
+
+std::string file_name(const std::string &path)
+{
+    return path == "-" ? "standard input" : path.empty() ? "''" : path;
 }
 
 std::string guarded(std::string argument)
@@ -138,10 +133,23 @@ void add_choices(CLI::App &command, Inputs &inputs)
             "An assignment that wins over every file; may be repeated, the last one wins")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+    add_no_defaults(command, inputs.with_defaults);
+}
+
+void add_no_defaults(CLI::App &command, bool &with_defaults)
+{
     command
         .add_flag_callback(
-            "--no-defaults", [&inputs] { inputs.with_defaults = false; }, "Start without the built-in default text")
+            "--no-defaults", [&with_defaults] { with_defaults = false; }, "Start without the built-in default text")
         ->disable_flag_override();
+}
+
+void add_format(CLI::App &command, std::string &format, const std::vector<std::string> &formats)
+{
+    command.add_option("--format", format, "What to write: " + inspect::either_of(formats))
+        ->transform(plain)
+        ->check(CLI::IsMember(formats))
+        ->type_name("FORMAT");
 }
 
 } // namespace dalvo::tools

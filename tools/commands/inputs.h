@@ -6,7 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "tools/inspection/sources.h"
+#include "dalvo/inspect/runs/run.h"
 
 namespace dalvo::tools {
 
@@ -14,23 +14,23 @@ namespace dalvo::tools {
 struct Inputs {
     std::vector<std::string> presets;                           ///< names
     std::vector<std::string> files;                             ///< paths; "-" is standard input
-    std::string section;                                        ///< the active section; empty for none
+    std::string section;                                        ///< the chosen section; empty for none
     std::vector<std::pair<std::string, std::string>> overrides; ///< name and value, in their order
     bool with_defaults = true;                                  ///< whether the built-in text comes first
 };
 
-/// The texts that `inputs` name: the built-in one, the presets, the files. Throws Failure.
-std::vector<Source> read_sources(const Inputs &inputs);
+/// The run that `inputs` name. Throws Failure for a preset that there is not, CLI::ValidationError for standard input
+/// named twice. A file that cannot be read is part of the run, as an error.
+inspect::Run run_of(const Inputs &inputs);
 
-/// The assignment that -o NAME=VALUE makes.
-Assignment override_of(const std::string &name, const std::string &value);
+/// Adds the file `path` to `run`; "-" is standard input.
+void add_input(inspect::Run &run, const std::string &path);
 
-/// The assignments that apply, in the order in which they apply: the unnamed section's of each text, then the active
-/// section's of each text, then the overrides. Warns when no text has the section.
-std::vector<Assignment> applying_assignments(const std::vector<Source> &sources, const Inputs &inputs);
+/// Throws CLI::ValidationError where standard input is named more than once.
+void require_one_standard_input(const std::vector<std::string> &paths);
 
-/// The same, of the texts that `inputs` name. Throws Failure for one that cannot be read or has a malformed line.
-std::vector<Assignment> applying_assignments(const Inputs &inputs);
+/// What people call the file `path`: itself, or "standard input", or "''" for an empty one.
+std::string file_name(const std::string &path);
 
 // Options of the command line. CLI11 takes "[a,b]" for a list of two, "--name=" for a name whose value follows, and "++"
 // for the end of a command; what these add takes each as it stands, since main guards the arguments.
@@ -45,6 +45,10 @@ void add_texts(CLI::App &command, Inputs &inputs);
 void add_presets_option(CLI::App &command, std::vector<std::string> &names);
 /// --section, -o, --no-defaults
 void add_choices(CLI::App &command, Inputs &inputs);
+/// --no-defaults
+void add_no_defaults(CLI::App &command, bool &with_defaults);
+/// --format, one of `formats`, of which the first is the default
+void add_format(CLI::App &command, std::string &format, const std::vector<std::string> &formats);
 /// One text option or positional.
 CLI::Option *add_text(CLI::App &command, const std::string &name, std::string &target, const std::string &description);
 /// Positionals, any number.

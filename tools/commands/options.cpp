@@ -2,8 +2,8 @@
 #include <memory>
 
 #include "tools/commands/commands.h"
-#include "tools/output/diagnostics.h"
 #include "tools/commands/inputs.h"
+#include "tools/output/diagnostics.h"
 #include "tools/output/listing.h"
 #include "tools/output/terminal.h"
 
@@ -18,7 +18,8 @@ struct Request {
 
 int list_options(const Request &request)
 {
-    const Selection selection = select_options(request.patterns);
+    const inspect::Catalogue &catalogue = inspect::Catalogue::standard();
+    const Selection selection = select_options(catalogue, request.patterns);
     if (request.format == "json") {
         write_listing_json(std::cout, selection.options);
     } else if (request.format == "markdown") {
@@ -27,7 +28,7 @@ int list_options(const Request &request)
         write_listing_text(std::cout, selection.options, terminal_width());
     }
     for (const std::string &pattern : selection.unmatched) {
-        std::cerr << "dalvo-config: " << escaped(unmatched_pattern(pattern)) << '\n';
+        std::cerr << "dalvo-config: " << unmatched_pattern(catalogue, pattern) << '\n';
     }
     return selection.unmatched.empty() ? status_fine : status_problem;
 }
@@ -41,14 +42,11 @@ Command add_options(CLI::App &tool)
     add_text_list(*app, "PATTERN", request->patterns,
                   "A part of a name, or a glob (* ? [...]) for whole names; without one, all options")
         ->type_name("");
-    app->add_option("--format", request->format, "What to write: text, json or markdown")
-        ->transform(plain)
-        ->check(CLI::IsMember({"text", "json", "markdown"}))
-        ->type_name("FORMAT");
+    add_format(*app, request->format, {"text", "json", "markdown"});
     app->footer("Example:\n"
                 "  dalvo-config options interpolation 'theory.la.*_mode'\n"
                 "\n"
-                "Exit status: 0 when every pattern matches an option; 1 when one matches none, with the others\n"
+                "Exit status: 0 when every pattern matches an option; 1 when one matches none, with the others "
                 "listed; 2 for wrong usage.");
     return {app, [request] { return list_options(*request); }};
 }

@@ -7,7 +7,7 @@
 #include "tools/output/diagnostics.h"
 #include "tools/commands/inputs.h"
 #include "tools/output/jsontext.h"
-#include "tools/commands/presetnames.h"
+#include "tools/commands/presettexts.h"
 
 namespace dalvo::tools {
 
@@ -18,16 +18,6 @@ struct PresetsArguments {
     std::string format = "text";
 };
 
-const Preset &chosen_preset(const std::string &name)
-{
-    for (const Preset &preset : presets()) {
-        if (preset.name == name) {
-            return preset;
-        }
-    }
-    throw Failure("presets", unknown_preset(name), status_usage);
-}
-
 /// All of them for no names. Throws Failure for a name that is none.
 std::vector<Preset> chosen_presets(const std::vector<std::string> &names)
 {
@@ -35,7 +25,8 @@ std::vector<Preset> chosen_presets(const std::vector<std::string> &names)
         return presets();
     }
     std::vector<Preset> chosen;
-    std::transform(names.begin(), names.end(), std::back_inserter(chosen), chosen_preset);
+    std::transform(names.begin(), names.end(), std::back_inserter(chosen),
+                   [](const std::string &name) { return preset_named(name, "presets"); });
     return chosen;
 }
 
@@ -82,13 +73,11 @@ Command add_presets(CLI::App &tool)
     CLI::App *const app = tool.add_subcommand("presets", "List the presets, or write those that are named");
     add_text_list(*app, "NAME", arguments->names, "Presets to write as they stand, in this order; none lists them all")
         ->type_name("");
-    app->add_option("--format", arguments->format, "text, or json: an array of objects with name, summary and text")
-        ->check(CLI::IsMember({"text", "json"}))
-        ->type_name("FORMAT");
+    add_format(*app, arguments->format, {"text", "json"});
     app->footer("Example:\n"
                 "  dalvo-config presets QF_BV models\n"
                 "\n"
-                "Exit status: 0 when they are written; 2 for wrong usage, as for a name that is no preset,\n"
+                "Exit status: 0 when they are written; 2 for wrong usage, as for a name that is no preset, "
                 "with nothing written.");
     return {app, [arguments] { return run_presets(*arguments); }};
 }

@@ -1,9 +1,9 @@
 #include "tools/commands/presettexts.h"
 
-#include <sstream>
-
+#include "dalvo/inspect/words/printable.h"
+#include "dalvo/inspect/words/words.h"
+#include "dalvo/options/nearby.h"
 #include "tools/output/diagnostics.h"
-#include "tools/commands/presetnames.h"
 
 // Made by the build from the files in presets/.
 extern const char *const dalvo_preset_names[];
@@ -23,20 +23,25 @@ const std::vector<Preset> &presets()
     return all;
 }
 
-const Preset &preset_named(const std::string &name)
+const Preset &preset_named(const std::string &name, const std::string &argument)
 {
+    NearbyNames nearby(name);
     for (const Preset &preset : presets()) {
         if (preset.name == name) {
             return preset;
         }
+        nearby.offer(preset.name);
     }
-    throw Failure("--preset", unknown_preset(name), status_usage);
+    throw Failure(argument, "no preset " + inspect::quoted(name) + inspect::did_you_mean(nearby.nearest(3)),
+                  status_usage);
 }
 
-Source read_preset(const std::string &name)
+std::string summary_of(const Preset &preset)
 {
-    std::istringstream in(preset_named(name).text);
-    return read_source(in, "preset " + name, file_level);
+    const std::string first = preset.text.substr(0, preset.text.find('\n'));
+    const std::size_t start = first.find_first_not_of("# ");
+    const std::size_t end = first.find_last_not_of(". ");
+    return start == std::string::npos ? "" : first.substr(start, end + 1 - start);
 }
 
 } // namespace dalvo::tools

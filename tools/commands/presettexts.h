@@ -3,8 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "tools/inspection/sources.h"
-
 namespace dalvo::tools {
 
 /// A configuration text that comes with the tool.
@@ -16,10 +14,11 @@ struct Preset {
 /// The presets, in the order in which the build lists them.
 const std::vector<Preset> &presets();
 
-/// Throws Failure, with the status of wrong usage, for a name that is none.
-const Preset &preset_named(const std::string &name);
+/// The preset `name`, for the argument called `argument`. Throws Failure, with the status of wrong usage and with names
+/// that may be meant, for a name that is none.
+const Preset &preset_named(const std::string &name, const std::string &argument);
 
-/// Reads the preset `name`. Throws as `preset_named` does.
-Source read_preset(const std::string &name);
+/// What the preset is for, in a few words: its first line, which is a comment, without the "# " and the full stop.
+std::string summary_of(const Preset &preset);
 
 } // namespace dalvo::tools

@@ -1,11 +1,12 @@
-#include <algorithm>
 #include <iostream>
 #include <memory>
 
+#include "dalvo/inspect/runs/settingstext.h"
 #include "tools/commands/commands.h"
-#include "tools/output/diagnostics.h"
 #include "tools/commands/inputs.h"
-#include "tools/output/show_settings.h"
+#include "tools/output/diagnostics.h"
+#include "tools/output/findings.h"
+#include "tools/output/settings.h"
 
 namespace dalvo::tools {
 
@@ -13,25 +14,28 @@ namespace {
 
 struct Request {
     Inputs inputs;
-    bool only_changed = false;
-    Notes notes;
+    inspect::SettingsStyle style;
     std::string format = "text";
+    ColourChoice colour;
 };
 
 int show(const Request &request)
 {
-    const bool as_json = request.format == "json";
-    std::vector<ShownSetting> settings =
-        shown_settings(applying_assignments(request.inputs), request.notes.origin || as_json);
-    if (request.only_changed) {
-        const auto is_default = [](const ShownSetting &shown) { return !shown.changed(); };
-        settings.erase(std::remove_if(settings.begin(), settings.end(), is_default), settings.end());
+    const inspect::Run run = run_of(request.inputs);
+    const inspect::Resolution resolution(run);
+    if (!resolution.applies()) {
+        return report_errors(run, request.colour);
     }
-    if (as_json) {
-        write_settings_json(std::cout, settings, request.notes);
-    } else {
-        write_settings_text(std::cout, settings, request.notes);
+    const std::vector<const inspect::Setting *> settings = chosen_settings(resolution, request.style);
+    if (request.format == "json") {
+        write_settings_json(std::cout, settings, request.style);
+        return status_fine;
     }
+    const std::string reason = why_not_written(settings);
+    if (!reason.empty()) {
+        throw Failure("show", reason + "; --format json can");
+    }
+    write_settings(std::cout, settings, request.style);
     return status_fine;
 }
 
@@ -43,22 +47,21 @@ Command add_show(CLI::App &tool)
     CLI::App *const app = tool.add_subcommand("show", "Write the settings in force as a configuration text");
     add_texts(*app, request->inputs);
     add_choices(*app, request->inputs);
-    app->add_flag("--changed", request->only_changed,
+    app->add_flag("--changed", request->style.only_changed,
                   "Only the settings that differ from the defaults: a text to be read after these")
         ->disable_flag_override();
-    app->add_flag("--comments", request->notes.comments, "Above each setting its help and accepted values")
+    app->add_flag("--comments", request->style.has_help, "Above each setting its help and accepted values")
         ->disable_flag_override();
-    app->add_flag("--origin", request->notes.origin, "Above each setting where it comes from, or what forces it")
+    app->add_flag("--origin", request->style.has_origin, "Above each setting where it comes from, or what forces it")
         ->disable_flag_override();
-    app->add_option("--format", request->format, "What to write: text or json")
-        ->transform(plain)
-        ->check(CLI::IsMember({"text", "json"}))
-        ->type_name("FORMAT");
+    add_format(*app, request->format, {"text", "json"});
+    add_colour(*app, request->colour);
     app->footer("Example:\n"
-                "  dalvo-config show solver.cfg --section fast -o random_seed=7 --changed --origin\n"
+                "  dalvo-config show solver.cfg --section fast -o random_seed=7 --origin\n"
                 "\n"
-                "Exit status: 0 when the settings are written; 1 for a bad line, option or value, with nothing\n"
-                "written; 2 for wrong usage or a file that cannot be read.");
+                "Exit status: 0 when the settings are written; 1 for a bad line, option or value, or a value that no "
+                "text can say, with nothing written; 2 for wrong usage, a section that no text has, or a file that "
+                "cannot be read.");
     return {app, [request] { return show(*request); }};
 }
 

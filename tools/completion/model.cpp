@@ -5,9 +5,9 @@
 #include <sstream>
 #include <utility>
 
-#include "tools/inspection/findings.h"
-#include "tools/inspection/optioninfo.h"
-#include "tools/commands/presetnames.h"
+#include "dalvo/inspect/findings/rules.h"
+#include "dalvo/inspect/knowledge/catalogue.h"
+#include "tools/commands/presettexts.h"
 
 namespace dalvo::tools {
 
@@ -45,7 +45,7 @@ CompletionValue value_of(const CLI::App &command, const CLI::Option &option)
 {
     const std::string name = option.get_name(option.get_positional());
     if (command.get_name() == "check" && name == "--no-warn") {
-        return words_of(warning_names());
+        return words_of(inspect::warning_names());
     }
     const std::vector<std::string> members = members_of(option);
     if (!members.empty()) {
@@ -151,7 +151,7 @@ std::vector<CompletionWord> preset_words()
 std::vector<CompletionWord> option_words()
 {
     std::vector<CompletionWord> words;
-    for (const OptionInfo &option : all_options()) {
+    for (const inspect::OptionInfo &option : inspect::Catalogue::standard().options()) {
         words.push_back({option.name, option.help.substr(0, option.help.find('\n'))});
     }
     return words;
@@ -160,12 +160,12 @@ std::vector<CompletionWord> option_words()
 std::vector<ListedValues> listed_values()
 {
     std::vector<ListedValues> list;
-    for (const OptionInfo &option : all_options()) {
+    for (const inspect::OptionInfo &option : inspect::Catalogue::standard().options()) {
         ListedValues listed{option.name, {}};
         if (option.type == OPT_BOOL) {
             listed.values = {{"true", ""}, {"false", ""}};
         }
-        for (const Code &code : option.codes) {
+        for (const inspect::Code &code : option.codes) {
             listed.values.push_back({std::to_string(code.value), code.meaning});
         }
         if (!listed.values.empty()) {

@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 namespace dalvo::tools {
 
@@ -19,13 +18,5 @@ public:
 
     const int status;
 };
-
-/// Writes "dalvo-config: warning: TEXT" to standard error once the command has ended well: a Failure stands alone.
-void warn_later(const std::string &text);
-void write_warnings();
-
-/// `text` with "\n", "\r", "\t" and "\xHH" for the control bytes in it, those above 0x7F and those of UTF-8 too, and
-/// for bytes that are no UTF-8.
-std::string escaped(std::string_view text);
 
 } // namespace dalvo::tools

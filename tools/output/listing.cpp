@@ -6,7 +6,8 @@
 #include <ostream>
 
 #include "dalvo/utils/textwrap.h"
-#include "tools/output/excerpt.h"
+#include "dalvo/inspect/runs/explanation.h"
+#include "dalvo/inspect/words/printable.h"
 
 namespace dalvo::tools {
 
@@ -23,11 +24,13 @@ void write_indented(std::ostream &out, const std::string &text, std::size_t widt
     }
 }
 
-void write_option(std::ostream &out, const OptionInfo &option, std::size_t width)
+void write_option(std::ostream &out, const inspect::OptionInfo &option, std::size_t width)
 {
-    const std::string shown_default = option.default_value.empty() ? "empty" : option.default_value;
-    out << "  " << option.name << " (" << option.type_name() << ")\n";
-    write_indented(out, "Default: " + shown_default + ". Accepted: " + option.accepted() + ".", width);
+    const std::string default_text = inspect::value_text(option.default_value);
+    out << "  " << option.name << " (" << inspect::type_name(option.type) << ")\n";
+    write_indented(
+        out, "Default: " + (default_text.empty() ? "empty" : default_text) + ". Accepted: " + option.accepted() + ".",
+        width);
     write_indented(out, option.help, width);
 }
 
@@ -41,11 +44,11 @@ bool option_matches(const std::string &pattern, const std::string &name)
     return name.find(pattern) != std::string::npos;
 }
 
-Selection select_options(const std::vector<std::string> &patterns)
+Selection select_options(const inspect::Catalogue &catalogue, const std::vector<std::string> &patterns)
 {
     Selection selection;
     std::vector<bool> matched(patterns.size());
-    for (const OptionInfo &option : all_options()) {
+    for (const inspect::OptionInfo &option : catalogue.options()) {
         bool chosen = patterns.empty();
         for (std::size_t i = 0; i < patterns.size(); ++i) {
             if (option_matches(patterns[i], option.name)) {
@@ -65,14 +68,9 @@ Selection select_options(const std::vector<std::string> &patterns)
     return selection;
 }
 
-std::string unmatched_pattern(const std::string &pattern)
+std::string unmatched_pattern(const inspect::Catalogue &catalogue, const std::string &pattern)
 {
-    std::string text = "no option matches '" + shown(pattern) + "'";
-    const std::vector<std::string> near = suggestions(pattern, 3);
-    for (std::size_t i = 0; i < near.size(); ++i) {
-        text += (i == 0 ? " (did you mean " : i + 1 == near.size() ? " or " : ", ") + near[i];
-    }
-    return near.empty() ? text : text + "?)";
+    return "no option matches " + inspect::quoted(pattern) + inspect::did_you_mean(catalogue.suggestions(pattern));
 }
 
 std::string group_title(const std::string &group)
@@ -83,7 +81,7 @@ std::string group_title(const std::string &group)
 std::vector<OptionList> by_group(const OptionList &options)
 {
     std::vector<OptionList> groups;
-    for (const OptionInfo *const option : options) {
+    for (const inspect::OptionInfo *const option : options) {
         const auto same = std::find_if(groups.begin(), groups.end(),
                                        [&](const OptionList &group) { return group.front()->group == option->group; });
         if (same != groups.end()) {
@@ -101,7 +99,7 @@ void write_listing_text(std::ostream &out, const OptionList &options, std::size_
     for (const OptionList &group : by_group(options)) {
         out << (first ? "" : "\n") << group.front()->group << '\n';
         first = false;
-        for (const OptionInfo *const option : group) {
+        for (const inspect::OptionInfo *const option : group) {
             write_option(out, *option, width);
         }
     }

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "tools/inspection/optioninfo.h"
+#include "dalvo/inspect/knowledge/catalogue.h"
 
 namespace dalvo::tools {
 
-/// Options of the catalogue, in the order of registration; what they point to lives as long as the process.
-using OptionList = std::vector<const OptionInfo *>;
+/// Options of a catalogue, in the order of registration; they are the catalogue's.
+using OptionList = std::vector<const inspect::OptionInfo *>;
 
 /// What patterns choose from the catalogue.
 struct Selection {
@@ -22,11 +22,11 @@ struct Selection {
 /// any other text the names that it is a part of.
 bool option_matches(const std::string &pattern, const std::string &name);
 
-/// The options that match one of `patterns`; all options when there are no patterns.
-Selection select_options(const std::vector<std::string> &patterns);
+/// The options of `catalogue` that match one of `patterns`; all options when there are no patterns.
+Selection select_options(const inspect::Catalogue &catalogue, const std::vector<std::string> &patterns);
 
-/// "no option matches 'PATTERN'", with names that it is likely a slip for where there are some.
-std::string unmatched_pattern(const std::string &pattern);
+/// "no option matches 'PATTERN'", with names that may be meant where there are some.
+std::string unmatched_pattern(const inspect::Catalogue &catalogue, const std::string &pattern);
 
 // Each writes a listing of `options`, group by group.
 

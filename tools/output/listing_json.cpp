@@ -4,10 +4,9 @@
 #include <utility>
 #include <variant>
 
-#include "tools/output/diff_value.h"
 #include "tools/output/jsontext.h"
+#include "tools/output/knowledgejson.h"
 #include "tools/output/listing.h"
-#include "tools/inspection/settings.h"
 
 namespace dalvo::tools {
 
@@ -41,32 +40,24 @@ ordered_json range_json(std::monostate)
     return nullptr;
 }
 
-ordered_json codes_json(const std::vector<Code> &codes)
-{
-    ordered_json list = ordered_json::array();
-    for (const Code &code : codes) {
-        list.push_back({{"value", code.value}, {"meaning", code.meaning}});
-    }
-    return list;
-}
-
 } // namespace
 
 void write_listing_json(std::ostream &out, const OptionList &options)
 {
-    const std::vector<Setting> defaults = settings_of(Configuration());
     ordered_json list = ordered_json::array();
-    for (const OptionInfo *const option : options) {
+    for (const inspect::OptionInfo *const option : options) {
         ordered_json entry = {
             {"name", option->name},
             {"group", group_title(option->group)},
-            {"type", option->type_name()},
-            {"default", json_value(setting_named(defaults, option->name))},
+            {"type", inspect::type_name(option->type)},
+            {"default", json_value(option->default_value)},
             {"accepted", option->accepted()},
-            {"range", std::visit([](const auto &range) { return range_json(range); }, option->applied.range)},
-            {"codes", codes_json(option->codes)},
+            {"range", std::visit([](const auto &range) { return range_json(range); }, option->range)},
+            {"codes", json_codes(*option)},
+            {"codes_add_up", option->codes_add_up},
             {"help", option->help},
         };
+        entry.update(json_relations(*option));
         list.push_back(std::move(entry));
     }
     out << json_text({{"options", std::move(list)}});

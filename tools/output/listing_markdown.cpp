@@ -3,6 +3,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "dalvo/inspect/runs/explanation.h"
 #include "tools/output/listing.h"
 
 namespace dalvo::tools {
@@ -44,13 +45,29 @@ std::string code_span(const std::string &text)
     return text.find('`') == std::string::npos ? "`" + text + "`" : markdown_line(text);
 }
 
-void write_entry(std::ostream &out, const OptionInfo &option)
+/// A sentence, with the names of options as code.
+std::string markdown_sentence(const std::string &sentence)
 {
+    std::string text;
+    std::istringstream words(markdown_line(sentence));
+    for (std::string word; words >> word;) {
+        const bool is_name = inspect::Catalogue::standard().find(word) != nullptr;
+        text += (text.empty() ? "" : " ") + (is_name ? code_span(word) : word);
+    }
+    return text;
+}
+
+void write_entry(std::ostream &out, const inspect::OptionInfo &option)
+{
+    const std::string default_text = inspect::value_text(option.default_value);
     out << "\n### " << code_span(option.name) << "\n\n"
-        << "- Type: " << option.type_name() << '\n'
-        << "- Default: " << (option.default_value.empty() ? "empty" : code_span(option.default_value)) << '\n'
-        << "- Accepted: " << markdown_line(option.accepted()) << "\n\n"
-        << markdown_help(option.help);
+        << "- Type: " << inspect::type_name(option.type) << '\n'
+        << "- Default: " << (default_text.empty() ? "empty" : code_span(default_text)) << '\n'
+        << "- Accepted: " << markdown_line(option.accepted()) << '\n';
+    for (const std::string &relation : relation_sentences(option)) {
+        out << "- " << markdown_sentence(relation) << '\n';
+    }
+    out << '\n' << markdown_help(option.help);
 }
 
 } // namespace
@@ -104,7 +121,7 @@ void write_listing_markdown(std::ostream &out, const OptionList &options)
            "```\n";
     for (const OptionList &group : by_group(options)) {
         out << "\n## " << markdown_line(group_title(group.front()->group)) << '\n';
-        for (const OptionInfo *const option : group) {
+        for (const inspect::OptionInfo *const option : group) {
             write_entry(out, *option);
         }
     }

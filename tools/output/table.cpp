@@ -3,17 +3,13 @@
 #include <algorithm>
 #include <ostream>
 
+#include "tools/output/width.h"
+
 namespace dalvo::tools {
 
 namespace {
 
 constexpr std::size_t widest = 100; // of the cells that decide how wide their column is
-
-std::size_t columns(const std::string &text)
-{
-    const auto starts_code_point = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), starts_code_point));
-}
 
 std::vector<std::size_t> widths_of(const std::vector<std::vector<std::string>> &rows)
 {
@@ -21,7 +17,7 @@ std::vector<std::size_t> widths_of(const std::vector<std::vector<std::string>> &
     for (const std::vector<std::string> &row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i) {
-            const std::size_t width = columns(row[i]);
+            const std::size_t width = columns_of(row[i]);
             if (width <= widest) {
                 widths[i] = std::max(widths[i], width);
             }
@@ -43,7 +39,7 @@ void write_table(std::ostream &out, const std::vector<std::vector<std::string>> 
                 out << std::string(pending, ' ') << row[i];
                 pending = 0;
             }
-            pending += widths[i] - std::min(widths[i], columns(row[i]));
+            pending += widths[i] - std::min(widths[i], columns_of(row[i]));
         }
         out << '\n';
     }
