@@ -18,7 +18,7 @@ from mutation import schema
 
 PROGRAMS = (
     "utils_tests", "utils_memory_tests", "options_tests", "configuration_tests", "configuration_memory_tests",
-    "own_symbols_tests", "abort_on_exception_tests",
+    "inspect_tests", "inspect_property_tests", "inspect_memory_tests", "own_symbols_tests", "abort_on_exception_tests",
 )
 FLAGS = "-O0 -w -Werror=return-type"
 SANITIZERS = " -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer"
@@ -31,6 +31,16 @@ FURTHER_TESTS = {
     "dalvo/configuration/load.cpp": ["load_test", "load_stream_test"],
     "dalvo/configuration/reader.cpp": ["reader_test", "load_test", "load_stream_test"],
     "dalvo/defaults/raise_assertion.cpp": ["abort_on_exception_test"],
+    "dalvo/inspect/findings/check.cpp": ["inputcheck_test", "sectioncheck_test"],
+    "dalvo/inspect/findings/collector.cpp": ["sectioncheck_test", "linecheck_test"],
+    "dalvo/inspect/findings/finding.cpp": ["print_test"],
+    "dalvo/inspect/findings/linewords.cpp": ["linecheck_test"],
+    "dalvo/inspect/findings/replacedcheck.cpp": ["sectioncheck_test"],
+    "dalvo/inspect/findings/slips.cpp": ["namecheck_test"],
+    "dalvo/inspect/knowledge/defaults.cpp": ["catalogue_test"],
+    "dalvo/inspect/knowledge/links.cpp": ["optioninfo_test", "describe_test"],
+    "dalvo/inspect/runs/explanation.cpp": ["resolution_test"],
+    "dalvo/inspect/runs/scenario.cpp": ["resolution_test"],
     "dalvo/options/optionparser.cpp": ["optionparser_test", "error_test"],
     "dalvo/options/optionparser.h": ["optionparser_test"],
     "dalvo/utils/hashmap.h": ["hashmap_test"],
@@ -282,7 +292,7 @@ class Bench:
             done = subprocess.run(
                 [self.folder / "tests", "--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={chosen}"],
                 cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
-                env={**os.environ, schema.VARIABLE: str(number)}, errors="replace", timeout=seconds * PATIENCE,
+                env={**os.environ, "RC_PARAMS": "seed=1", schema.VARIABLE: str(number)}, errors="replace", timeout=seconds * PATIENCE,
                 preexec_fn=limited,
             )
         except subprocess.TimeoutExpired:
