@@ -165,6 +165,15 @@ TEST(a_line, is_told_that_a_blank_is_no_equals_sign)
          "a slip before the blank"},
         {"vrebsotiyy 1", {"1:1-13 unknown-option error: unknown option vrebsotiyy 1", "  note 1:1-13: " + no_equals},
          "no option stands before the blank"},
+        {"random seed",
+         {"1:1-12 unknown-option error: unknown option random seed (did you mean random_seed?)",
+          "  suggests: random_seed", "  note 1:1-12: " + no_equals},
+         "the blank stands for '_'"},
+        {"debug.apiX_call_trace\t1234567",
+         {"1:1-30 unknown-option error: unknown option debug.apiX_call_trace\\t1234567 (did you mean "
+          "debug.api_call_trace?)",
+          "  suggests: debug.api_call_trace", "  note 1:1-30: " + no_equals},
+         "the word ends at the blank alone"},
     });
 }
 

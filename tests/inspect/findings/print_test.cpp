@@ -80,7 +80,7 @@ TEST(print, writes_a_note_whose_place_the_message_does_not_name)
     Finding finding = check_text("solver.cfg", "verbosity = 3").front();
     finding.notes = {{"told", {"a.cfg", 1, 2, 3}, true},
                      {"of no place", {}, false},
-                     {"of a text", {"b.cfg", 0, 0, 0}, false}};
+                     {"of a text", {"b.cfg", 0, 0, 0}}};
     EXPECT_EQ(printed({finding}),
               "solver.cfg:1:13: error: value 3 is out of range: verbosity accepts at most 2\n"
               "    verbosity = 3\n"
@@ -322,6 +322,13 @@ TEST(an_excerpt, does_not_start_within_a_letter)
         const bool starts_within = (static_cast<unsigned char>(excerpt.bytes.front()) & 0xC0U) == 0x80;
         EXPECT_FALSE(starts_within) << size << " bytes behind the letter";
     }
+}
+
+TEST(an_excerpt, shows_a_quarter_of_a_line_after_its_place_whatever_stands_there)
+{
+    const std::string xs(90, 'x');
+    const std::string shown = printed_excerpt({xs + std::string(10, '\xFF'), xs.size(), false, false});
+    EXPECT_EQ(shown.substr(0, shown.find('\n')), "    " + xs + "\\xff\\xff\\xff\\xff\\xff\\xff\\xff...");
 }
 
 // ---- Streams and counts ---------------------------------------------------------------------------------------------
