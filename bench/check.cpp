@@ -24,7 +24,7 @@ std::size_t load_and_replay(const InputText &input)
         setter.set_active_config(section.name);
         setter.parse_active_config();
     }
-    return setter.sections().table().count();
+    return setter.sections().size();
 }
 
 Case check_case(std::size_t lines, std::size_t sections)

@@ -37,15 +37,11 @@ Contender dalvo_loader(const Input &input)
             return setter;
         },
         [input](const Setter &setter) {
-            std::unordered_map<std::string, const std::vector<ConfigurationSetter::OptEntry> *> table;
-            for (const auto *node : setter->sections().table().buckets()) {
-                for (; node != nullptr; node = node->next()) {
-                    table[node->value().first] = &node->value().second;
-                }
-            }
-            require(table.size() == input->sections.size() + 1, wrong); // the unnamed section, too
+            require(setter->sections().size() == input->sections.size() + 1, wrong); // the unnamed section, too
             for (const InputSection &section : input->sections) {
-                const auto &entries = *table.at(section.name);
+                const auto *const found = setter->sections().find(section.name);
+                require(found != nullptr, wrong);
+                const auto &entries = *found;
                 require(entries.size() == section.assignments.size(), wrong);
                 for (std::size_t i = 0; i < entries.size(); ++i) {
                     require(Assignment(entries[i].name, entries[i].value) == section.assignments[i], wrong);

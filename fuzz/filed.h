@@ -10,21 +10,17 @@
 
 namespace dalvo::fuzz {
 
-/// What `setter` has filed so far, found by a walk over every chain of its table.
+/// What `setter` has filed so far.
 inline testing::SecondSections filed_in(const ConfigurationSetter &setter)
 {
     testing::SecondSections sections;
-    std::uint64_t nodes = 0;
-    for (const auto *node : setter.sections().table().buckets()) {
-        for (; node != nullptr; node = node->next()) {
-            ++nodes;
-            auto &entries = sections[node->value().first];
-            for (const ConfigurationSetter::OptEntry &entry : node->value().second) {
-                entries.push_back({entry.name, entry.value, entry.level});
-            }
+    for (const auto &[name, filed] : setter.sections()) {
+        auto &entries = sections[name];
+        for (const ConfigurationSetter::OptEntry &entry : filed) {
+            entries.push_back({entry.name, entry.value, entry.level});
         }
     }
-    require(nodes == setter.sections().table().count() && nodes == sections.size(), "no section is filed twice");
+    require(sections.size() == setter.sections().size(), "no section is filed twice");
     return sections;
 }
 

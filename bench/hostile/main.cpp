@@ -63,12 +63,10 @@ void require(const Case &measured, const ConfigurationSetter &setter, const std:
 {
     const Outcome &expected = measured.outcome;
     std::uint64_t entries = 0;
-    for (const auto *node : setter.sections().table().buckets()) {
-        for (; node != nullptr; node = node->next()) {
-            entries += node->value().second.size();
-        }
+    for (const auto &section : setter.sections()) {
+        entries += section.second.size();
     }
-    const std::uint64_t sections = setter.sections().table().count();
+    const std::uint64_t sections = setter.sections().size();
     const bool is_expected_error = error.empty() == expected.error.empty() && error.rfind(expected.error, 0) == 0;
     if (sections != expected.sections || entries != expected.entries || !is_expected_error) {
         throw std::runtime_error(measured.name + ": " + std::to_string(sections) + " sections, " +

@@ -149,6 +149,10 @@ public:
     /// `load` and each replay may add to it.
     const SectionTable &sections() const noexcept { return configs; }
 
+    /// Whether a text that was read names section `name` (any bytes) in a header; "" is the unnamed section, which is
+    /// there after the first `load` or replay.
+    bool has_section(const std::string &name) const noexcept { return configs.find(name) != nullptr; }
+
 private:
     void replay(const std::vector<OptEntry> &entries);
 

@@ -7,7 +7,6 @@
 #include "dalvo/export.h"
 #include "dalvo/utils/hash.h"
 #include "dalvo/utils/hashtable.h"
-#include "dalvo/utils/primes.h"
 
 namespace dalvo::hsh {
 
@@ -30,6 +29,7 @@ struct DALVO_API GetKey_pair {
 ///     hsh::HashMap<std::string, std::vector<int>> map;
 ///     std::vector<int> &row = map["a"];       // created empty
 ///     map["b"].push_back(1);                  // row is still good
+///     map.find("c");                          // null
 template <class Key, class Value, class Hash = hash<Key>, class Equal = std::equal_to<Key>> class DALVO_API HashMap {
 public:
     /// A key with its value.
@@ -57,6 +57,24 @@ public:
         const Element candidate(key, Value());
         return table_.find_or_insert(key, candidate).second;
     }
+
+    /// The value stored under `key` (any), owned by the map and good until the map ends; null when there is none.
+    /// Inserts nothing.
+    const Value *find(const Key &key) const noexcept
+    {
+        const Element *const found = table_.find(key);
+        return found != nullptr ? &found->second : nullptr;
+    }
+
+    /// The elements, in an order that follows from the keys and the order of their insertion: `for (const auto &[key,
+    /// value] : map)`. An insertion ends all iterators.
+    typename Table::Iterator begin() const noexcept { return table_.begin(); }
+
+    /// After the last element.
+    typename Table::Iterator end() const noexcept { return table_.end(); }
+
+    /// The number of elements.
+    std::uint64_t size() const noexcept { return table_.count(); }
 
     /// The table underneath, owned by the map, to be read.
     const Table &table() const noexcept { return table_; }

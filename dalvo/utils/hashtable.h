@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <new>
 #include <vector>
 
@@ -25,11 +26,9 @@ namespace dalvo::hsh {
 ///     chains from head to tail and pushes each node onto the head of its new chain;
 ///  4. an element never moves: its address is good until the table ends.
 ///
-/// The chains can be walked from outside, and not changed:
+/// The elements can be looked at in their order, which is that of the buckets and, within one, of the chain:
 ///
-///     for (const auto *node : table.buckets()) {
-///         for (; node != nullptr; node = node->next()) use(node->value());
-///     }
+///     for (const Element &element : table) use(element);
 template <class Element, class GetKey, class Key, class Hash, class Equal> class DALVO_API Hashtable {
 public:
     /// A node: one element of a chain.
@@ -57,9 +56,65 @@ public:
         };
     };
 
+    /// Goes over the elements. The next insertion ends all iterators.
+    class Iterator {
+    public:
+        using iterator_category = std::forward_iterator_tag; ///< one way only
+        using value_type = Element;                          ///< the key is inside it
+        using difference_type = std::ptrdiff_t;              ///< of what std::distance gives
+        using pointer = const Element *;                     ///< elements are looked at, not changed
+        using reference = const Element &;                   ///< the same
+
+        /// Equal to others that were made so, and to nothing else.
+        Iterator() = default;
+
+        /// The element, owned by the table. The iterator is not at the end.
+        reference operator*() const noexcept { return node->value_; }
+
+        /// The same, by its address.
+        pointer operator->() const noexcept { return &node->value_; }
+
+        /// Goes on to the next element, and is then at it or at the end.
+        Iterator &operator++() noexcept
+        {
+            node = node->next_;
+            skip_empty();
+            return *this;
+        }
+
+        /// The same; returns where it stood.
+        Iterator operator++(int) noexcept // NOLINT(cert-dcl21-cpp): a constant result is no iterator
+        {
+            const Iterator before = *this;
+            ++*this;
+            return before;
+        }
+
+        friend bool operator==(const Iterator &a, const Iterator &b) noexcept { return a.node == b.node; }
+        friend bool operator!=(const Iterator &a, const Iterator &b) noexcept { return a.node != b.node; }
+
+    private:
+        friend class Hashtable;
+
+        Iterator(Bucket *const *first, Bucket *const *last) noexcept : next_head(first), end_of_heads(last)
+        {
+            skip_empty();
+        }
+
+        void skip_empty() noexcept
+        {
+            while (node == nullptr && next_head != end_of_heads) {
+                node = *next_head++;
+            }
+        }
+
+        const Bucket *node = nullptr; // null at the end
+        Bucket *const *next_head = nullptr;
+        Bucket *const *end_of_heads = nullptr;
+    };
+
     /// An empty table of 31 buckets. Its nodes come in chunks: the first of `chunk_nodes` (at least 1), each further
     /// one `chunk_growth` (at least 1) times as large, up to `max_chunk_nodes`; 0 means no bound.
-    /// Throws std::bad_alloc when memory runs out.
     Hashtable(std::uint64_t chunk_nodes, float chunk_growth, std::uint64_t max_chunk_nodes)
         : pool(chunk_nodes, chunk_growth, max_chunk_nodes), buckets_(primes[0], nullptr)
     {
@@ -78,20 +133,18 @@ public:
         });
     }
 
-    /// The element with key `key`; a copy of `candidate`, whose key is equal, is inserted when there is none. Give `key`
-    /// from elsewhere where you can: bytes that were just written are slow to read. Every call first grows the table
-    /// when it is more than 0.7 full. What the copy constructor of Element throws passes through, as does
-    /// std::bad_alloc; `count()` and what the chains hold is then what it was.
+    /// The element with key `key`; a copy of `candidate`, whose key is equal, is inserted when there is none. Prefer
+    /// the caller's key to the candidate's: the bytes of a fresh copy are slow to read. Every call first grows the
+    /// table when it is more than 0.7 full. What the copy constructor of Element throws passes through; `count()` and
+    /// what the chains hold is then what it was.
     Element &find_or_insert(const Key &key, const Element &candidate)
     {
         if (crowded) {
             grow();
         }
         Bucket *&head = buckets_[bucket_of(key)];
-        for (Bucket *node = head; node != nullptr; node = node->next_) {
-            if (equal(get_key(node->value_), key)) {
-                return node->value_;
-            }
+        if (Bucket *const node = find_in(head, key)) {
+            return node->value_;
         }
         Bucket *const node = new_node(candidate);
         node->next_ = head;
@@ -100,6 +153,20 @@ public:
         crowded = is_crowded();
         return node->value_;
     }
+
+    /// The element with key `key`, owned by the table; null when there is none. Changes nothing, unlike
+    /// `find_or_insert`, which may grow the table.
+    const Element *find(const Key &key) const noexcept
+    {
+        const Bucket *const node = find_in(buckets_[bucket_of(key)], key);
+        return node != nullptr ? &node->value_ : nullptr;
+    }
+
+    /// The first element in the order of the buckets.
+    Iterator begin() const noexcept { return {buckets_.data(), buckets_.data() + buckets_.size()}; }
+
+    /// After the last element.
+    Iterator end() const noexcept { return {}; }
 
     /// The heads of the chains, null where a chain is empty; owned by the table. The next `find_or_insert` may
     /// replace them.
@@ -113,6 +180,15 @@ private:
     {
         const float load = static_cast<float>(count_) / static_cast<float>(buckets_.size());
         return static_cast<double>(load) > 0.7;
+    }
+
+    /// The node with the key, in the chain that starts with `node`; null when there is none.
+    Bucket *find_in(Bucket *node, const Key &key) const
+    {
+        while (node != nullptr && !equal(get_key(node->value_), key)) {
+            node = node->next_;
+        }
+        return node;
     }
 
     std::uint64_t bucket_of(const Key &key) const { return hash(key) % buckets_.size(); }

@@ -70,6 +70,21 @@ TEST(configurationsetter, starts_without_options_and_sections)
     EXPECT_EQ(setter.sections().table().buckets().size(), 31U);
 }
 
+TEST(configurationsetter, has_the_sections_that_headers_name)
+{
+    Setter setter;
+    EXPECT_FALSE(setter.has_section("")) << "before the first load";
+    load_text(setter, "[fast, \xFF]\nverbosity = 1\n[empty]\n");
+    for (const char *const name : {"", "fast", "\xFF", "empty"}) {
+        EXPECT_TRUE(setter.has_section(name)) << name;
+    }
+    setter.set_active_config("chosen");
+    setter.parse_active_config();
+    for (const std::string &name : {"chosen"s, "fas"s, "FAST"s, "fast\0"s, "default"s}) {
+        EXPECT_FALSE(setter.has_section(name)) << name;
+    }
+}
+
 TEST(configurationsetter, takes_booleans_as_words)
 {
     Setter setter;

@@ -33,23 +33,17 @@ struct Filed {
 /// Section name to the section's assignments, in their order; a section without any has an empty list.
 using Sections = std::map<std::string, std::vector<Filed>>;
 
-/// What `setter` has filed so far, found by a walk over every chain of its table.
+/// What `setter` has filed so far.
 inline Sections sections_of(const ConfigurationSetter &setter)
 {
-    const ConfigurationSetter::SectionTable::Table &table = setter.sections().table();
     Sections sections;
-    std::uint64_t nodes = 0;
-    for (const auto *head : table.buckets()) {
-        for (const auto *node = head; node != nullptr; node = node->next()) {
-            ++nodes;
-            std::vector<Filed> &filed = sections[node->value().first];
-            for (const ConfigurationSetter::OptEntry &entry : node->value().second) {
-                filed.push_back({entry.name, entry.value, entry.level});
-            }
+    for (const auto &[name, entries] : setter.sections()) {
+        std::vector<Filed> &filed = sections[name];
+        for (const ConfigurationSetter::OptEntry &entry : entries) {
+            filed.push_back({entry.name, entry.value, entry.level});
         }
     }
-    EXPECT_EQ(nodes, table.count());
-    EXPECT_EQ(nodes, sections.size()) << "a section stands in the table twice";
+    EXPECT_EQ(sections.size(), setter.sections().size()) << "a section stands in the table twice";
     return sections;
 }
 

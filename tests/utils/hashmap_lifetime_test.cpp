@@ -250,10 +250,8 @@ TEST(hash_map_destructor, ends_many_elements_in_the_order_in_which_the_chains_sh
             value.number = key;
             value.ended = &ended;
         }
-        for (const auto *node : map.table().buckets()) {
-            for (; node != nullptr; node = node->next()) {
-                shown.push_back(node->value().first);
-            }
+        for (const auto &element : map) {
+            shown.push_back(element.first);
         }
     }
     EXPECT_EQ(shown.size(), 300U);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <random>
 #include <string>
 #include <type_traits>
@@ -215,7 +216,54 @@ TEST(hash_map, reaches_all_keys_at_their_old_addresses_after_growth)
     EXPECT_EQ(map.table().count(), 5000U);
 }
 
-// ---- order of the chains ----
+TEST(hash_map, finds_a_value_and_inserts_nothing)
+{
+    Map map;
+    EXPECT_EQ(map.find("a"), nullptr);
+    std::vector<int> &value = map["a"];
+    const Map &to_be_read = map;
+    EXPECT_EQ(to_be_read.find("a"), &value);
+    EXPECT_EQ(to_be_read.find("A"), nullptr);
+    EXPECT_EQ(to_be_read.find(std::string("a\0b", 3)), nullptr) << "of the same hash value";
+    EXPECT_EQ(map.size(), 1U);
+    for (int i = 1; i < 22; ++i) {
+        map[std::to_string(i)];
+    }
+    EXPECT_EQ(to_be_read.find("a"), &value) << "in a map that the next insertion grows";
+    EXPECT_EQ(to_be_read.find("b"), nullptr);
+    EXPECT_EQ(map.table().buckets().size(), 31U);
+    EXPECT_EQ(map.size(), 22U);
+}
+
+// ---- order of the elements ----
+
+static_assert(std::is_same_v<decltype(*std::declval<const Map &>().begin()), const Map::Element &>);
+static_assert(std::is_same_v<std::iterator_traits<Map::Table::Iterator>::iterator_category, std::forward_iterator_tag>);
+
+TEST(hash_map, is_gone_over_chain_by_chain)
+{
+    Map map;
+    EXPECT_EQ(map.begin(), map.end());
+    for (int i = 0; i < 300; ++i) {
+        map[std::to_string(i)].push_back(i);
+        std::vector<std::string> expected;
+        for (const std::vector<std::string> &chain : chains_of(map)) {
+            expected.insert(expected.end(), chain.begin(), chain.end());
+        }
+        std::vector<std::string> keys;
+        for (const auto &element : map) {
+            keys.push_back(element.first);
+        }
+        ASSERT_EQ(keys, expected);
+    }
+    auto at = map.begin();
+    EXPECT_EQ(&at->second, map.find(at->first)) << "the elements themselves";
+    const auto first = at++;
+    EXPECT_NE(first, at);
+    EXPECT_EQ(first, map.begin());
+    EXPECT_EQ(std::distance(map.begin(), map.end()), 300);
+}
+
 
 struct AlwaysSeven {
     std::uint64_t operator()(const std::string &) const noexcept { return 7; }
@@ -226,8 +274,8 @@ TEST(hash_map, has_newer_before_older_until_growth_turns_a_chain_over)
     HashMap<std::string, int, AlwaysSeven> map;
     const auto chain = [&] {
         std::string keys;
-        for (const auto *node = map.table().buckets()[7]; node != nullptr; node = node->next()) {
-            keys += node->value().first;
+        for (const auto &element : map) {
+            keys += element.first;
         }
         return keys;
     };
@@ -255,9 +303,9 @@ TEST(hash_map, turns_a_long_chain_over_at_each_growth)
         expected.insert(expected.begin(), key);
         map[key] = i;
         std::vector<std::string> chain;
-        for (const auto *node = map.table().buckets()[7]; node != nullptr; node = node->next()) {
-            chain.push_back(node->value().first);
-            EXPECT_EQ(std::to_string(node->value().second), node->value().first);
+        for (const auto &[name, value] : map) {
+            chain.push_back(name);
+            EXPECT_EQ(std::to_string(value), name);
         }
         ASSERT_EQ(chain, expected) << i;
     }

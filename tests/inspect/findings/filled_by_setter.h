@@ -25,17 +25,14 @@ inline void load_texts(ConfigurationSetter &setter, const RunPlan &plan)
 /// Assigns what section `name` of `read` holds to the options of `setter`; false where there is no such section.
 inline bool assign_section(ConfigurationSetter &setter, const ConfigurationSetter &read, const std::string &name)
 {
-    for (const auto *node : read.sections().table().buckets()) {
-        for (; node != nullptr; node = node->next()) {
-            if (node->value().first == name) {
-                for (const ConfigurationSetter::OptEntry &entry : node->value().second) {
-                    setter.set_option(entry.name, entry.value, entry.level);
-                }
-                return true;
-            }
-        }
+    const auto *const entries = read.sections().find(name);
+    if (entries == nullptr) {
+        return false;
     }
-    return false;
+    for (const ConfigurationSetter::OptEntry &entry : *entries) {
+        setter.set_option(entry.name, entry.value, entry.level);
+    }
+    return true;
 }
 
 /// The record that a setter with the library's options fills; none where it throws, or where no text has the section.
