@@ -13,7 +13,7 @@
 #include "dalvo/options/optionname.h"
 #include "dalvo/utils/str.h"
 
-// The application of options: 136 reads in a fixed order, later ones over earlier ones. One sequence of rows serves the
+// The application of options: reads in a fixed order, later ones over earlier ones. One sequence of rows serves the
 // filling of a record and the listing of what options accept; a row's further effects stand right at it.
 //
 // debug.log_sections, preprocessor.free_input_propagation, shallow_incrementality, allow_bool_function_args and the

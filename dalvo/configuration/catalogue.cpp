@@ -1,6 +1,5 @@
 #include "dalvo/configuration/configurationsetter.h"
 
-#include <cstddef>
 #include <string_view>
 
 #include "dalvo/utils/str.h"
@@ -15,8 +14,6 @@
 namespace dalvo {
 
 namespace {
-
-constexpr std::size_t catalogue_size = 127;
 
 // The rows are aligned by hand.
 // clang-format off
@@ -396,7 +393,6 @@ void fp(OptionParser &options)
 
 void ConfigurationSetter::initialize_options()
 {
-    parser.reserve(catalogue_size);
     general(parser);
     debug(parser);
     printer(parser);

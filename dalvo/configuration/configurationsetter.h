@@ -83,7 +83,7 @@ public:
     ConfigurationSetter &operator=(const ConfigurationSetter &) = delete;
     virtual ~ConfigurationSetter();
 
-    /// Registers the catalogue: 127 options in six help groups. To be called once, before any other operation.
+    /// Registers the catalogue of options in its help groups. To be called once, before any other operation.
     /// Throws OptionParser::error "option registered twice " + name, where the name is taken, as at a second call;
     /// std::bad_alloc when memory runs out. The options before it stay registered.
     void initialize_options();
@@ -125,13 +125,13 @@ public:
     /// decimal, a float in at most six digits. Throws std::bad_alloc when memory runs out, with the same left stored.
     void update_config(Configuration *cfg);
 
-    /// Hands the 127 settings in `*cfg` (not null, only read) to `printer`, with `out`, in a fixed order, then flushes
+    /// Hands each setting in `*cfg` (not null, only read) to `printer`, with `out`, in a fixed order, then flushes
     /// `out`. All three are borrowed for the call. What the printer throws passes through, with what it wrote until
     /// then in the stream; std::bad_alloc is thrown when memory runs out.
     void dump(const Configuration *cfg, std::ostream &out, const ConfigEntryPrinter &printer) const;
 
     /// Writes the settings in `*cfg` (not null, only read) to `out` as a configuration text: the header "[section]",
-    /// unless `section` (any bytes) is empty, then 127 lines "name = value". `section` is written as it is. Numbers
+    /// unless `section` (any bytes) is empty, then a line "name = value" for each setting. `section` is written as it is. Numbers
     /// follow the stream's flags, precision and locale; its boolalpha flag is set, and stays so. Failures are left in
     /// the stream's state; a stream that its owner has asked to throw throws, and std::bad_alloc is thrown when memory
     /// runs out.

@@ -6,7 +6,7 @@
 
 #include "dalvo/options/optionname.h"
 
-// The settings of a record, written out: 127 entries in a fixed order. Four fields are printed unsigned on purpose.
+// The settings of a record, written out: an entry for each option in a fixed order. Four fields are printed unsigned on purpose.
 
 namespace dalvo {
 

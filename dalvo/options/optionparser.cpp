@@ -42,6 +42,8 @@ template <class T> bool read_value(const OptionParser::Option *option, T *out)
     return true;
 }
 
+constexpr std::size_t some_hundreds = 256; // buckets for names: so that a catalogue does not grow the store by steps
+
 } // namespace
 
 OptionParser::error::error(const std::string &msg, const std::string &option_name, const std::string &value_text,
@@ -56,14 +58,9 @@ OptionParser::error::error(const std::string &msg, const std::string &option_nam
     message_stream.exceptions(std::ios_base::goodbit);
 }
 
-OptionParser::OptionParser(OptionBoolStyle bool_style) : style(bool_style) {}
+OptionParser::OptionParser(OptionBoolStyle bool_style) : style(bool_style), by_name(some_hundreds) {}
 
 OptionParser::~OptionParser() = default;
-
-void OptionParser::reserve(std::size_t count)
-{
-    by_name.reserve(count);
-}
 
 void OptionParser::set_cur_help_group(const std::string &group)
 {

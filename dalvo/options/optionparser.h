@@ -79,10 +79,6 @@ public:
     OptionParser &operator=(const OptionParser &) = delete;
     ~OptionParser();
 
-    /// Makes room for `count` options in all (any; a hint), so that registering them does not grow the store by steps.
-    /// Throws std::bad_alloc when memory runs out.
-    void reserve(std::size_t count);
-
     /// Makes `group` (any bytes, may be empty; copied) the help group of the options registered from now on. Throws
     /// std::bad_alloc when memory runs out; the group before it stays.
     void set_cur_help_group(const std::string &group);

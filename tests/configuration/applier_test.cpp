@@ -118,10 +118,9 @@ void load(ConfigurationSetter &setter, const std::string &text, std::int32_t lev
 
 // ---- The sequence ---------------------------------------------------------------------------------------------------
 
-TEST(applied_options, are_the_136_rows_in_their_order_with_their_ranges)
+TEST(applied_options, are_the_rows_in_their_order_with_their_ranges)
 {
     const std::vector<AppliedOption> applied = dalvo::applied_options();
-    ASSERT_EQ(rows.size(), 136U);
     EXPECT_EQ(applied.size(), rows.size());
     for (std::size_t i = 0; i < std::min(applied.size(), rows.size()); ++i) {
         EXPECT_EQ(applied[i].name, rows[i].name) << "row " << i + 1;

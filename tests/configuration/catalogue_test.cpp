@@ -40,7 +40,6 @@ TEST(catalogue, registers_each_row_in_its_place_to_the_character)
     const CatalogueSetter setter;
     const auto &options = setter.options().options();
     const std::vector<GoldenRow> golden = golden_catalogue();
-    ASSERT_EQ(golden.size(), 127U);
     EXPECT_EQ(options.size(), golden.size());
     for (std::size_t i = 0; i < std::min(options.size(), golden.size()); ++i) {
         const OptionParser::Option &option = options[i];
@@ -61,7 +60,6 @@ TEST(catalogue, makes_each_name_known_with_its_type_and_group)
         EXPECT_EQ(option->type, type_named(row[2])) << row[1];
         EXPECT_EQ(option->group, row[0]) << row[1];
     }
-    EXPECT_EQ(names.size(), 127U);
 }
 
 TEST(catalogue, counts_its_options_by_type_and_by_group)
@@ -106,7 +104,7 @@ TEST(catalogue, is_registered_by_its_owner_not_by_the_constructor)
     EXPECT_TRUE(setter.options().options().empty());
     EXPECT_EQ(setter.options().cur_help_group(), "");
     setter.initialize_options();
-    EXPECT_EQ(setter.options().options().size(), 127U);
+    EXPECT_EQ(setter.options().options().size(), golden_catalogue().size());
 }
 
 TEST(catalogue, registered_a_second_time_is_rejected_and_stands)
@@ -118,7 +116,7 @@ TEST(catalogue, registered_a_second_time_is_rejected_and_stands)
     } catch (const OptionParser::error &e) {
         EXPECT_EQ(e.option, "verbosity");
     }
-    EXPECT_EQ(setter.options().options().size(), 127U);
+    EXPECT_EQ(setter.options().options().size(), golden_catalogue().size());
 }
 
 TEST(catalogue, takes_a_value_of_each_type_for_each_name)
@@ -191,7 +189,7 @@ TEST(catalogue, repeats_eleven_options_of_the_main_engine_for_each_inner_one)
     } families[] = {{"theory.bv.lazydpll.", 95, "BV in lazy mode"}, {"theory.fp.dpll.", 111, "FP"}};
     const CatalogueSetter setter;
     const auto &options = setter.options().options();
-    ASSERT_EQ(options.size(), 127U);
+    ASSERT_EQ(options.size(), golden_catalogue().size());
     for (const auto &family : families) {
         for (std::size_t i = 0; i < shared.size(); ++i) {
             const OptionParser::Option &option = options[family.first_row - 1 + i];

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "dalvo/configuration/configurationsetter.h"
+#include "tests/support/golden.h"
 #include "tests/support/heap_watch.h"
 #include "tests/support/records.h"
 #include "tests/support/refusals.h"
@@ -20,6 +21,7 @@ namespace {
 using dalvo::Configuration;
 using dalvo::ConfigurationSetter;
 using dalvo::support::HeapWatch;
+using dalvo::testing::golden_rows;
 using dalvo::testing::load_text;
 using dalvo::testing::refuse_each;
 using dalvo::testing::report_refused;
@@ -50,11 +52,12 @@ const char *const long_text = "# the first setting of the unnamed section\n"
 TEST(configurationsetter_memory, is_asked_for_in_proportion_to_the_options)
 {
     ConfigurationSetter setter;
-    EXPECT_FALSE(fails_at(4 * 127, [&] { setter.initialize_options(); }));
+    const std::size_t options = golden_rows("catalogue.tsv", 4).size();
+    EXPECT_FALSE(fails_at(4 * options, [&] { setter.initialize_options(); }));
     std::ostringstream text;
     const Configuration record = sentinel_record(0);
     setter.dump(&record, text, "");
-    EXPECT_FALSE(fails_at(127 + 20, [&] { load_text(setter, text.str()); })) << "the names";
+    EXPECT_FALSE(fails_at(options + 20, [&] { load_text(setter, text.str()); })) << "the names";
 }
 
 TEST(configurationsetter_memory, is_asked_for_at_most_three_times_a_line_however_long_the_names_are)

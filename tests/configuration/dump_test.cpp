@@ -140,9 +140,8 @@ FieldValue changed(const FieldValue &value)
     return std::vector<std::string>{"changed"};
 }
 
-TEST(dump, hands_127_settings_to_the_printer_in_their_order_and_types)
+TEST(dump, hands_each_setting_to_the_printer_in_their_order_and_types)
 {
-    ASSERT_EQ(dump_rows().size(), 127U);
     for (int variant = 0; variant < 2; ++variant) {
         const Configuration record = sentinel_record(variant);
         const std::vector<Call> calls = calls_for(record);
@@ -181,7 +180,7 @@ TEST(dump, prints_each_field_once_and_no_others)
         EXPECT_EQ(changed_rows, expected);
         printed_fields += changed_rows.size();
     }
-    EXPECT_EQ(printed_fields, 127U);
+    EXPECT_EQ(printed_fields, dump_rows().size());
 }
 
 TEST(dump, hands_its_own_stream_to_the_printer)
@@ -191,7 +190,7 @@ TEST(dump, hands_its_own_stream_to_the_printer)
     std::ostringstream out;
     const RecordingPrinter printer;
     setter.dump(&record, out, printer);
-    EXPECT_EQ(printer.streams, std::vector<std::ostream *>(127, &out));
+    EXPECT_EQ(printer.streams, std::vector<std::ostream *>(dump_rows().size(), &out));
     EXPECT_FALSE((out.flags() & std::ios_base::boolalpha) != 0) << "the flag is the other form's business";
 }
 
@@ -247,7 +246,7 @@ TEST(dump, writes_127_lines_without_a_section_and_its_header_with_one)
         return found;
     };
     const std::string bare = dumped(Configuration(), "");
-    ASSERT_EQ(lines(bare).size(), 127U);
+    ASSERT_EQ(lines(bare).size(), dump_rows().size());
     EXPECT_EQ(lines(bare).front().rfind("verbosity = ", 0), 0U);
     EXPECT_EQ(lines(bare).back().rfind("theory.fp.acdcl_generalization_fair = ", 0), 0U);
     EXPECT_EQ(bare.back(), '\n');
@@ -511,7 +510,7 @@ TEST(dump, passes_on_what_a_printer_throws)
     const ConfigurationSetter setter;
     const Configuration record = sentinel_record(0);
     const std::vector<Call> all = expected_calls(record);
-    for (std::size_t room = 0; room < 127; ++room) {
+    for (std::size_t room = 0; room < all.size(); ++room) {
         FlushCountingBuffer buffer;
         std::ostream out(&buffer);
         const RecordingPrinter printer(room);
@@ -595,7 +594,7 @@ TEST(dump, calls_the_printer_for_a_stream_that_has_failed)
     std::ostream out(nullptr);
     const RecordingPrinter printer;
     EXPECT_NO_THROW(setter.dump(&record, out, printer));
-    EXPECT_EQ(printer.calls.size(), 127U);
+    EXPECT_EQ(printer.calls.size(), dump_rows().size());
     EXPECT_EQ(out.rdstate(), std::ios_base::badbit);
 }
 

@@ -9,6 +9,7 @@
 
 #include "dalvo/configuration/appliedoptions.h"
 #include "dalvo/configuration/ranges.h"
+#include "tests/support/golden.h"
 #include "tests/support/refusals.h"
 
 namespace {
@@ -52,7 +53,7 @@ struct Listing {
         EXPECT_TRUE(options.empty());
         act();
     }
-    void done() { EXPECT_EQ(options.size(), 136U); }
+    void done() { EXPECT_EQ(options.size(), dalvo::testing::golden_rows("application.tsv", 4).size()); }
 
     std::vector<dalvo::AppliedOption> options;
 };

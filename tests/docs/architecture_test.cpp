@@ -52,17 +52,17 @@ TEST(architecture_document, shows_the_three_orders_as_they_are)
     const std::vector<GoldenRow> dumped = golden_rows("dump.tsv", 3);
     std::vector<TableRow> shown;
     for (const TableRow &row :
-         table_rows("docs/architecture.md", "| sequence | rows | groups in their order | who sees the order |")) {
-        shown.push_back({row.at(0), row.at(1), row.at(2)});
+         table_rows("docs/architecture.md", "| sequence | groups in their order | who sees the order |")) {
+        shown.push_back({row.at(0), row.at(1)});
     }
     std::string applied_groups = groups_of(applied, 0);
     const std::size_t early = applied_groups.find("general");
     ASSERT_NE(early, std::string::npos);
     applied_groups.insert(early, "early_"); // the first of the two runs of general options
     const std::vector<TableRow> expected = {
-        {"registration", std::to_string(registered.size()), groups_of(registered, 1)},
-        {"application", std::to_string(applied.size()), applied_groups},
-        {"dump", std::to_string(dumped.size()), groups_of(dumped, 0)},
+        {"registration", groups_of(registered, 1)},
+        {"application", applied_groups},
+        {"dump", groups_of(dumped, 0)},
     };
     EXPECT_EQ(shown, expected);
 }

@@ -84,21 +84,6 @@ TEST(option_parser_memory, refused_to_a_help_group_leaves_the_earlier_one)
     EXPECT_GE(report_refused(refuse_each<NamingAGroup>()), 1U);
 }
 
-struct MakingRoom : WithOptions {
-    void act() { options.reserve(1000); }
-    void refused()
-    {
-        expect_unchanged();
-        act();
-    }
-    void done() { expect_unchanged(); }
-};
-
-TEST(option_parser_memory, refused_to_make_room_leaves_the_store)
-{
-    EXPECT_GE(report_refused(refuse_each<MakingRoom>()), 1U);
-}
-
 /// Enough of them for the store and its index to grow.
 constexpr std::size_t many = 100;
 

@@ -283,20 +283,6 @@ TEST_F(option_parser, shows_later_values_through_an_earlier_pointer)
     EXPECT_EQ(std::get<std::int32_t>(option->value), 6);
 }
 
-TEST_F(option_parser, takes_room_made_for_few_or_many_options_as_a_hint)
-{
-    for (const std::size_t count : {std::size_t{0}, std::size_t{1}, std::size_t{100000}, std::size_t{3}}) {
-        options.reserve(count);
-        const std::string name = "after " + std::to_string(count);
-        options.add_option(name, OPT_INT, "");
-        options.parse_option(name, "5", 0);
-        EXPECT_EQ(int_of(name), 5);
-    }
-    EXPECT_EQ(read.options().size(), 8U);
-    give_all_a_value();
-    expect_values_stand();
-}
-
 TEST_F(option_parser, refuses_a_name_twice_and_the_first_stands)
 {
     give_all_a_value();

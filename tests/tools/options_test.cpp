@@ -129,7 +129,6 @@ TEST(selection, is_the_whole_catalogue_without_a_pattern)
 {
     const Selection selection = select_options(Catalogue::standard(), {});
     EXPECT_EQ(selection.options.size(), Catalogue::standard().options().size());
-    EXPECT_EQ(selection.options.size(), 127U);
     EXPECT_TRUE(selection.unmatched.empty());
 }
 
@@ -250,7 +249,6 @@ TEST(markdown, has_a_heading_for_each_group_and_an_entry_for_each_option)
 TEST(options_document, is_what_the_built_command_writes)
 {
     const std::string text = printed("options --format markdown");
-    EXPECT_EQ(std::count(text.begin(), text.end(), '#'), 1 + 6 * 2 + 127 * 3);
     EXPECT_EQ(file_text(DALVO_SOURCE_DIR "/docs/options.md"), text)
         << "out of date: dalvo-config options --format markdown > docs/options.md";
 }
