@@ -48,7 +48,9 @@ struct DALVO_API DpllSettings {
     bool preprocessor_try_reelimination = true;              ///< eliminate a pushed variable again
 };
 
-/// The settings that the solver reads, one field for each option: its name is the option's, with "_" for ".".
+/// The settings that the solver reads, one field for each option. A field's name is the option's, with "_" for ".";
+/// the three engines are records of their own, so `theory.bv.lazydpll.restart_initial` fills
+/// `theory_bv_lazydpll.restart_initial`.
 ///
 /// A plain record that its host owns, copies and may change at will. A field whose option has no value keeps what it
 /// held. Its initial values are those of the built-in default text. The ranges that options accept are one-sided, so a
