@@ -1,5 +1,8 @@
 #pragma once
 
+// What holds for all of dalvo, and is said once: an operation that is not noexcept throws std::bad_alloc when memory runs
+// out, and has then changed nothing, unless its comment says otherwise. docs/errors.md tells what a throw leaves.
+
 /// Marks what crosses the border of a shared library: what libdalvo offers, and the two symbols that its host brings.
 /// Hosts define nothing: the headers read the same beside a shared library and beside a static one.
 ///

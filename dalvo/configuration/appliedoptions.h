@@ -33,17 +33,17 @@ struct DALVO_API AppliedOption {
     /// Whether a value of the type is stored; false for a value of another type, and for none.
     bool accepts(const OptionParser::Value &value) const noexcept;
 
-    /// The values accepted, for people: "any", "at most 3", "0 to 2", ... Throws std::bad_alloc when memory runs out.
+    /// The values accepted, for people: "any", "at most 3", "0 to 2", ...
     std::string accepted() const;
 };
 
 /// The reads of `ConfigurationSetter::update_config` in their order, made from the very rows that it runs. Some names
-/// are not of the catalogue, and two stand twice. A row's place counts: a later row writes over what an earlier one
-/// has forced. Throws std::bad_alloc when memory runs out.
+/// are not of the catalogue, and two stand twice. A row's place counts: a later row writes over what an earlier one has
+/// forced.
 DALVO_API std::vector<AppliedOption> applied_options(); // in applier.cpp, where the rows stand
 
 /// What each of these reads would have to read for `record` to be filled as it is, in the same order. Log sections are
-/// joined by commas; none are "ALL". Throws std::bad_alloc when memory runs out.
+/// joined by commas; none are "ALL".
 DALVO_API std::vector<OptionParser::Value> applied_values(Configuration record);
 
 } // namespace dalvo

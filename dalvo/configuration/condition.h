@@ -43,8 +43,7 @@ struct DALVO_API Condition {
         return value > bound;
     }
 
-    /// For people: "is true", "is 0", "is not 0", "is neither 0 nor 1", "is at most 2" or "is above 0". Throws
-    /// std::bad_alloc when memory runs out.
+    /// For people: "is true", "is 0", "is not 0", "is neither 0 nor 1", "is at most 2" or "is above 0".
     std::string text() const;
 };
 

@@ -76,35 +76,34 @@ public:
     using SectionTable = // NOLINTNEXTLINE(modernize-use-transparent-functors): the type is named by hosts
         hsh::HashMap<std::string, std::vector<OptEntry>, hsh::hash<std::string>, std::equal_to<std::string>>;
 
-    /// No option registered, no section, no active section. Throws std::bad_alloc when memory runs out.
+    /// No option registered, no section, no active section.
     ConfigurationSetter();
 
     ConfigurationSetter(const ConfigurationSetter &) = delete;
     ConfigurationSetter &operator=(const ConfigurationSetter &) = delete;
     virtual ~ConfigurationSetter();
 
-    /// Registers the catalogue of options in its help groups. To be called once, before any other operation.
-    /// Throws OptionParser::error "option registered twice " + name, where the name is taken, as at a second call;
-    /// std::bad_alloc when memory runs out. The options before it stay registered.
+    /// Registers the catalogue of options in its help groups. To be called once, before any other operation. Throws
+    /// OptionParser::error "option registered twice " + name, where the name is taken, as at a second call. The options
+    /// before it stay registered.
     void initialize_options();
 
     /// Gives option `name` the value that `value` says (both any bytes, may be empty, may hold NUL; read during the
     /// call), at once. `level` (any int32) is kept with the value and decides nothing. A later replay of a text that
-    /// assigns to the option wins.
-    /// Throws OptionParser::error as `OptionParser::parse_option` does: "unknown option " + name, with its hint behind
-    /// it where there is one, or "invalid value for option " + name; std::bad_alloc when memory runs out. The option's earlier value then stands.
+    /// assigns to the option wins. Throws OptionParser::error as `OptionParser::parse_option` does: "unknown option " +
+    /// name, with its hint after it where there is one, or "invalid value for option " + name. The option's earlier
+    /// value then stands.
     void set_option(const std::string &name, const std::string &value, std::int32_t level);
 
     /// Makes `name` (any bytes, may hold NUL; copied) the active section, "" for none. The section need not exist, now
-    /// or later. Throws std::bad_alloc when memory runs out; the section before it stays active.
+    /// or later.
     void set_active_config(const std::string &name);
 
     /// Reads a configuration text from `in` (borrowed for the call; any bytes) to the stream's end and files its
     /// assignments into their sections, after what these hold already; `level` (any int32) goes with each of them.
-    /// docs/format.md describes the text.
-    /// Throws OptionParser::error "bad format of configuration file", with the stripped line as its `option`, at the
-    /// first malformed line; std::bad_alloc when memory runs out. What the lines before it filed stays then.
-    /// A stream that fails ends the text, even where its own exception mask would have it throw; its state tells.
+    /// docs/format.md describes the text. Throws OptionParser::error "bad format of configuration file", with the
+    /// stripped line as its `option`, at the first malformed line. What the lines before it filed stays then. A stream
+    /// that fails ends the text, even where its own exception mask would have it throw; its state tells.
     void load(std::istream &in, std::int32_t level);
 
     /// Reads the built-in default text, `dalvo_default_config`, with level 3. Throws what `load` throws, with the same
@@ -127,7 +126,7 @@ public:
 
     /// Hands each setting in `*cfg` (not null, only read) to `printer`, with `out`, in a fixed order, then flushes
     /// `out`. All three are borrowed for the call. What the printer throws passes through, with what it wrote until
-    /// then in the stream; std::bad_alloc is thrown when memory runs out.
+    /// then in the stream.
     void dump(const Configuration *cfg, std::ostream &out, const ConfigEntryPrinter &printer) const;
 
     /// Writes the settings in `*cfg` (not null, only read) to `out` as a configuration text: the header "[section]",

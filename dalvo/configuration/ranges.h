@@ -24,7 +24,7 @@ struct DALVO_API IntRange {
     /// Whether `value` is one of them.
     bool accepts(std::int32_t value) const noexcept { return value >= lowest && value <= highest && value != hole; }
 
-    /// "any", "at most N", "at least N", "M to N" or "any but N". Throws std::bad_alloc when memory runs out.
+    /// "any", "at most N", "at least N", "M to N" or "any but N".
     std::string text() const;
 };
 
@@ -35,7 +35,7 @@ struct DALVO_API FloatRange {
     /// Whether `value` is one of them.
     bool accepts(float value) const noexcept { return !(value > highest); }
 
-    /// "any" or "at most N". Throws std::bad_alloc when memory runs out.
+    /// "any" or "at most N".
     std::string text() const;
 };
 

@@ -60,9 +60,8 @@ protected:
 
 /// Reads the configuration text `in` (any bytes) to the stream's end and hands each line that is not blank and no
 /// comment to `receiver`, in their order. docs/format.md describes the text. Files nothing and judges no name and no
-/// value.
-/// A stream that fails ends the text, even where its own exception mask would have it throw. What the receiver throws
-/// passes through and ends the reading behind the line; std::bad_alloc is thrown when memory runs out.
+/// value. A stream that fails ends the text, even where its own exception mask would have it throw. What the receiver
+/// throws passes through and ends the reading after the line.
 DALVO_API void read_text(std::istream &in, TextReceiver &receiver);
 
 /// Reads a configuration text that is in memory (any bytes), in the same way. What the receiver is given are views of

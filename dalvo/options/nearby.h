@@ -19,7 +19,7 @@ namespace dalvo {
 ///     nearby.offer("restart");
 ///     nearby.nearest(3)           // {"restart"}
 ///
-/// Names are any bytes. Each operation throws std::bad_alloc when memory runs out.
+/// Names are any bytes.
 class DALVO_API NearbyNames {
 public:
     explicit NearbyNames(const std::string &name);

@@ -19,10 +19,9 @@ struct OptionName {
 /// Spells names into one string, whose memory serves all of them.
 class NameSpeller {
 public:
-    /// Throws std::bad_alloc when memory runs out.
     NameSpeller() { spelt.reserve(longest_usual); }
 
-    /// The whole name; good until the next call. Throws std::bad_alloc when memory runs out.
+    /// The whole name; good until the next call.
     const std::string &operator()(const OptionName &name)
     {
         return name.prefix.empty() ? spelt.assign(name.rest) : spelt.assign(name.prefix).append(name.rest);

@@ -46,8 +46,8 @@ public:
     class DALVO_API error : public Exception {
     public:
         /// The message reads `msg`, ": ", `option_name`, ", value: ", `value_text` and, unless `command` is empty,
-        /// ", command-line: ", `command`. All four are copied as they are: any bytes, may be empty, may hold NUL, at
-        /// which `what()` ends. Throws std::bad_alloc when memory runs out.
+        /// ", command-line: ", `command`. All four are copied as they are: any bytes, may be empty, may hold NUL, at which
+        /// `what()` ends.
         error(const std::string &msg, const std::string &option_name, const std::string &value_text,
               const std::string &command);
 
@@ -72,15 +72,14 @@ public:
         bool has_value() const noexcept { return !std::holds_alternative<std::monostate>(value); }
     };
 
-    /// An empty store that takes the texts of `bool_style` for booleans. Throws std::bad_alloc when memory runs out.
+    /// An empty store that takes the texts of `bool_style` for booleans.
     explicit OptionParser(OptionBoolStyle bool_style);
 
     OptionParser(const OptionParser &) = delete;
     OptionParser &operator=(const OptionParser &) = delete;
     ~OptionParser();
 
-    /// Makes `group` (any bytes, may be empty; copied) the help group of the options registered from now on. Throws
-    /// std::bad_alloc when memory runs out; the group before it stays.
+    /// Makes `group` (any bytes, may be empty; copied) the help group of the options registered from now on.
     void set_cur_help_group(const std::string &group);
 
     /// The help group of the options registered from now on; empty at first. Owned by the parser.
@@ -89,20 +88,19 @@ public:
     /// Registers option `name` (any bytes, may be empty, may hold NUL) in the current help group, without a value, with
     /// its `type` and `help` (any bytes, may be empty; shown by `print_help`).
     /// Throws `error`: "option registered twice " + name when the name is taken, and the first stands;
-    /// "unknown type of option " + name when `type` is none of the enumerators, with the code as the value's text.
-    /// Throws std::bad_alloc when memory runs out. After a throw the store is what it was.
+    /// "unknown type of option " + name when `type` is none of the enumerators, with the code as the value's text. After
+    /// a throw the store is what it was.
     void add_option(std::string name, OptionType type, std::string help);
 
     /// Gives option `name` the value that the text `value` says in its type's syntax, and keeps `level` (any int32)
     /// with it. Both texts are any bytes, may be empty and may hold NUL; docs/format.md lists the syntax, and nothing
-    /// is stripped here. The later of two calls wins, whatever their levels.
-    /// Throws `error`: "unknown option " + name, followed by " (did you mean NEARBY?)" when a registered name is
-    /// nearby; "invalid value for option " + name when the text is not of the type. Both carry the name and the text.
-    /// Throws std::bad_alloc when memory runs out. After a throw the earlier value and level stand.
+    /// is stripped here. The later of two calls wins, whatever their levels. Throws `error`: "unknown option " + name,
+    /// followed by " (did you mean NEARBY?)" when a registered name is nearby; "invalid value for option " + name when
+    /// the text is not of the type. Both carry the name and the text. After a throw the earlier value and level stand.
     void parse_option(const std::string &name, const std::string &value, std::int32_t level);
 
     /// The value that the text `value` (any bytes) says in the syntax of `type`, a boolean in that of `bool_style`;
-    /// std::monostate where it is not of the type. Throws std::bad_alloc when memory runs out.
+    /// std::monostate where it is not of the type.
     static Value parse_value(std::string_view value, OptionType type, OptionBoolStyle bool_style);
 
     /// Returns true and writes the value of option `name` (any bytes) to `*out` (not null) when the option is
@@ -127,8 +125,7 @@ public:
     const Option *find_option(const std::string &name) const;
 
     /// Lists the options on `out` by group, groups and options in the order of their registration: name, type and help,
-    /// wrapped to 80 columns with its own line breaks kept. Failures are left in the stream's state; std::bad_alloc is
-    /// thrown when memory runs out.
+    /// wrapped to 80 columns with its own line breaks kept. Failures are left in the stream's state.
     void print_help(std::ostream &out) const;
 
 private:

@@ -20,12 +20,12 @@ namespace dalvo {
 class DALVO_API Exception : public std::exception {
 public:
     /// Writes `msg` (bytes, may be empty; `what()` ends at its first NUL) into the stream, then calls the host's
-    /// `dump_msg_and_raise_assertion()` once, before any derived class has added its own part.
-    /// Throws std::bad_alloc when memory runs out, and what the host's function throws.
+    /// `dump_msg_and_raise_assertion()` once, before any derived class has added its own part. Throws what the host's
+    /// function throws.
     explicit Exception(const std::string &msg);
 
     /// A copy reads the same as `other`, and text streamed into the copy is appended to the copied text.
-    /// `dump_msg_and_raise_assertion()` is not called again. Throws std::bad_alloc when memory runs out.
+    /// `dump_msg_and_raise_assertion()` is not called again.
     Exception(const Exception &other);
 
     /// Reads as `other` from now on, which may be itself. After a throw (std::bad_alloc) the object reads as before.

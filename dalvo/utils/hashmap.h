@@ -40,7 +40,6 @@ public:
 
     /// An empty map of 31 buckets. Its nodes come in chunks: the first of `chunk_nodes` (at least 1), each further one
     /// `chunk_growth` (at least 1) times as large, up to `max_chunk_nodes`; 0 means no bound.
-    /// Throws std::bad_alloc when memory runs out.
     explicit HashMap(std::uint64_t chunk_nodes = 16, float chunk_growth = 2.0F, std::uint64_t max_chunk_nodes = 8192)
         : table_(chunk_nodes, chunk_growth, max_chunk_nodes)
     {
@@ -50,8 +49,8 @@ public:
     HashMap &operator=(const HashMap &) = delete;
 
     /// The value stored under `key` (copied; any, equal keys are one), inserted value-initialised if there is none.
-    /// Owned by the map and good until the map ends.
-    /// What copying a key or a value throws passes through, as does std::bad_alloc; the map then holds what it held.
+    /// Owned by the map and good until the map ends. What copying a key or a value throws passes through; the map then
+    /// holds what it held.
     Value &operator[](const Key &key)
     {
         const Element candidate(key, Value());

@@ -49,7 +49,6 @@ public:
     }
 
     /// A node without an element, its `next_` null; owned by the pool, lent until `give_back`.
-    /// Throws std::bad_alloc when memory runs out; the pool is unchanged.
     Node *take()
     {
         if (free_nodes == nullptr) {

@@ -20,8 +20,8 @@
 namespace dalvo::str {
 
 /// `s` (any bytes, may be empty) without the characters at its end, then at its start, for which `predicate` is not 0.
-/// Each byte reaches the predicate as a signed 8-bit value widened to int: 0x80 to 0xFF arrive as -128 to -1.
-/// Throws std::bad_alloc when memory runs out, and what the predicate throws.
+/// Each byte reaches the predicate as a signed 8-bit value widened to int: 0x80 to 0xFF arrive as -128 to -1. Throws
+/// what the predicate throws.
 DALVO_API std::string strip(const std::string &s, int (*predicate)(int));
 
 /// The same part of `s` as a view of it, as long as what it views, by a predicate `holds` that takes a char and returns
@@ -37,14 +37,13 @@ template <class Predicate> std::string_view stripped(std::string_view s, Predica
     return s;
 }
 
-/// The `parts` (any bytes, may be empty) in one string. Throws std::bad_alloc when memory runs out.
+/// The `parts` (any bytes, may be empty) in one string.
 DALVO_API std::string joined(std::initializer_list<std::string_view> parts);
 
 /// Whether `a` and `b` (any bytes, may be empty) are the same but for the case of ASCII letters, whatever the locale.
 DALVO_API bool equal_but_for_case(std::string_view a, std::string_view b) noexcept;
 
-/// `text` (any bytes, may be empty) with its ASCII letters in lower case, whatever the locale. Throws std::bad_alloc when
-/// memory runs out.
+/// `text` (any bytes, may be empty) with its ASCII letters in lower case, whatever the locale.
 DALVO_API std::string folded(std::string_view text);
 
 /// Whether `c` (any byte) is white space of configuration texts: what isspace accepts in the "C" locale, whatever
@@ -68,7 +67,7 @@ struct DALVO_API TokenPosition {
     /// The current token of the tokenizer; good until the next `++`.
     const std::string &operator*() const;
 
-    /// Produces the next token; at the last one becomes equal to `end()`. Throws std::bad_alloc when memory runs out.
+    /// Produces the next token; at the last one becomes equal to `end()`.
     TokenPosition &operator++();
 
     /// Whether `a` and `b` are one place of one tokenizer.
@@ -86,15 +85,14 @@ class DALVO_API TokenizerBase {
 public:
     virtual ~TokenizerBase();
 
-    /// Produces the first token of a fresh tokenizer (the next one of a used one) and returns (this, 0). Throws
-    /// std::bad_alloc when memory runs out; the tokenizer then stands where it stood.
+    /// Produces the first token of a fresh tokenizer (the next one of a used one) and returns (this, 0).
     virtual TokenPosition begin() = 0;
 
     /// Returns (this, npos).
     virtual TokenPosition end() = 0;
 
-    /// Produces the next token and returns the byte offset at which it starts; npos, and the current token stays,
-    /// when none is left. Throws std::bad_alloc when memory runs out; the tokenizer then stands where it stood.
+    /// Produces the next token and returns the byte offset at which it starts; npos, and the current token stays, when
+    /// none is left.
     virtual std::uint64_t next_pos() = 0;
 
     /// The token produced last; empty before `begin()`. Owned by the tokenizer, good until its next step.
@@ -124,7 +122,7 @@ struct DALVO_API Tokenizer {
     /// Cuts `s` at each character for which `predicate` holds, at most `limit` times when that is not 0; what follows
     /// the last cut is one token, delimiters included.
     ///
-    /// Consecutive delimiters have an empty token between them, a trailing one has an empty token behind it, and the
+    /// Consecutive delimiters have an empty token between them, a trailing one has an empty token after it, and the
     /// empty text is one empty token. `s` is borrowed: it outlives the tokenizer and does not change meanwhile.
     template <class Predicate> class DALVO_API TokenizerImpl : public TokenizerBase {
     public:
@@ -152,8 +150,8 @@ struct DALVO_API Tokenizer {
 extern template class DALVO_API Tokenizer::TokenizerImpl<Tokenizer::IsDelim>;
 
 /// A tokenizer over `s` (any bytes; borrowed, see TokenizerImpl) that splits at the characters of `delims` (copied;
-/// ends at its NUL, may be empty: then nothing splits), at most `max_splits` times; 0 means no limit.
-/// The caller owns it. Throws std::bad_alloc when memory runs out.
+/// ends at its NUL, may be empty: then nothing splits), at most `max_splits` times; 0 means no limit. The caller owns
+/// it.
 DALVO_API std::unique_ptr<TokenizerBase> get_tokenizer(const std::string &s, const char *delims,
                                                        std::uint64_t max_splits);
 

@@ -9,8 +9,8 @@
 
 namespace dalvo::inspect {
 
-// What is wrong with a run, by text in their order, then by line and column. Each throws std::bad_alloc when memory runs
-// out, and nothing else. The time grows with the length of the texts, not with lines, sections or names times each
+// What is wrong with a run, by text in their order, then by line and column. The
+// time grows with the length of the texts, not with lines, sections or names times each
 // other, but for lines that a header with several names files several times. Of the built-in text errors are told alone.
 
 /// The findings of the run with its section chosen. Assignments of other sections are not judged; headers are: a malformed

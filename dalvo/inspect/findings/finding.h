@@ -61,7 +61,7 @@ DALVO_API bool has_errors(const std::vector<Finding> &findings) noexcept;
 /// The number of `findings` of `severity`.
 DALVO_API std::size_t count(const std::vector<Finding> &findings, Severity severity) noexcept;
 
-/// `text` with the edits of `fix` made, which is one for this text. Throws std::bad_alloc when memory runs out.
+/// `text` with the edits of `fix` made, which is one for this text.
 DALVO_API std::string fixed_text(const std::string &text, const Fix &fix);
 
 } // namespace dalvo::inspect

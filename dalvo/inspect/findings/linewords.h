@@ -29,11 +29,10 @@ struct ValueParts {
     bool is_readable;         ///< whether `core` is of the option's type
 };
 
-/// Takes `value` (not empty) apart. Throws std::bad_alloc when memory runs out.
+/// Takes `value` (not empty) apart.
 ValueParts parts_of(std::string_view value, const OptionInfo &option);
 
-/// The words "true" and "false", as far as somebody who wrote `value` may mean them. Throws std::bad_alloc when memory
-/// runs out.
+/// The words "true" and "false", as far as somebody who wrote `value` may mean them.
 std::vector<std::string> bool_words_near(std::string_view value);
 
 /// "too large" or "too small" for a number that the 32 bits of `type` have no room for; "" for anything else.

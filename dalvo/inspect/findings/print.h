@@ -30,7 +30,7 @@ struct PrintStyle {
 /// memory runs out, and what a stream throws that its owner has asked to.
 DALVO_API void print(std::ostream &out, const std::vector<Finding> &findings, const PrintStyle &style = {});
 
-/// "2 errors, 1 warning"; "" for no findings. A count of zero is omitted. Throws std::bad_alloc when memory runs out.
+/// "2 errors, 1 warning"; "" for no findings. A count of zero is omitted.
 DALVO_API std::string counts(const std::vector<Finding> &findings);
 
 } // namespace dalvo::inspect

@@ -57,8 +57,7 @@ DALVO_API const RuleInfo &info_of(Rule rule);
 /// The rule called `name` ("unknown-option"); none where there is no such rule.
 DALVO_API std::optional<Rule> rule_named(std::string_view name);
 
-/// The names of the rules whose findings are warnings, in the order of the enumeration. Throws std::bad_alloc when memory
-/// runs out.
+/// The names of the rules whose findings are warnings, in the order of the enumeration.
 DALVO_API std::vector<std::string> warning_names();
 
 } // namespace dalvo::inspect

@@ -36,7 +36,7 @@ struct OptionExtras {
 ///     catalogue.find("cache.entries")->accepted()        // "at least 1"
 ///     Run run(catalogue);                                // texts may assign to cache.entries now
 ///
-/// Names and texts are any bytes. Each operation throws std::bad_alloc when memory runs out, unless it says noexcept. A
+/// Names and texts are any bytes. A
 /// catalogue may be read by many threads at once while none describes an option.
 class DALVO_API Catalogue {
 public:

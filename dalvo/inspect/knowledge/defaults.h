@@ -6,7 +6,7 @@
 
 #include "dalvo/inspect/knowledge/catalogue.h"
 
-// What options hold when nobody says anything. Each function throws std::bad_alloc when memory runs out.
+// What options hold when nobody says anything.
 
 namespace dalvo::inspect {
 

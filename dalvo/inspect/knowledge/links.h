@@ -40,7 +40,7 @@ struct Links {
     std::vector<Option> options; ///< in the order of the catalogue
 };
 
-/// Those of `catalogue`. Throws std::bad_alloc when memory runs out.
+/// Those of `catalogue`.
 Links links_of(const Catalogue &catalogue);
 
 } // namespace dalvo::inspect

@@ -48,19 +48,17 @@ struct DALVO_API OptionInfo : AppliedOption {
     std::vector<Requirement> matters_when; ///< all have to be met; those of the deciding options count, too
     std::vector<Need> needs;               ///< what values of the option need of others
 
-    /// The values accepted, for people: "true or false", "any integer", "at most 3", ... Throws std::bad_alloc when
-    /// memory runs out.
+    /// The values accepted, for people: "true or false", "any integer", "at most 3", ...
     std::string accepted() const;
 
-    /// The same with every word that a bool may be written in. Throws std::bad_alloc when memory runs out.
+    /// The same with every word that a bool may be written in.
     std::string accepted_texts() const;
 
-    /// The value that `text` (any bytes) says; none where it is not of the option's type. Throws std::bad_alloc when
-    /// memory runs out.
+    /// The value that `text` (any bytes) says; none where it is not of the option's type.
     Value parse(std::string_view text) const;
 };
 
-/// The codes that lines such as "- 1 : meaning" of a help text list. Throws std::bad_alloc when memory runs out.
+/// The codes that lines such as "- 1 : meaning" of a help text list.
 DALVO_API std::vector<Code> codes_of(const std::string &help);
 
 } // namespace dalvo::inspect

@@ -7,8 +7,7 @@
 
 namespace dalvo::inspect {
 
-// What the rows of relations.cpp say about the option `name`; none for one that they do not name. Each throws
-// std::bad_alloc when memory runs out.
+// What the rows of relations.cpp say about the option `name`; none for one that they do not name.
 
 std::vector<Requirement> requirements_of(const std::string &name);
 std::vector<Need> needs_of(const std::string &name);

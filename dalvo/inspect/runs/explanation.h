@@ -6,7 +6,7 @@
 #include "dalvo/export.h"
 #include "dalvo/inspect/runs/resolution.h"
 
-// What a resolution says, in words. Each function throws std::bad_alloc when memory runs out.
+// What a resolution says, in words.
 
 namespace dalvo::inspect {
 

@@ -94,8 +94,7 @@ struct Setting {
 ///     seed->origin->place.text()     // "solver.cfg:2"
 ///     solve(resolution.record());    // a Configuration
 ///
-/// Borrows the run's catalogue, and shares its texts. Copies are cheap: they share all. Each operation throws
-/// std::bad_alloc when memory runs out, unless it says noexcept.
+/// Borrows the run's catalogue, and shares its texts. Copies are cheap: they share all.
 class DALVO_API Resolution {
 public:
     /// Resolves `resolved`, which may be changed afterwards.

@@ -7,7 +7,7 @@
 #include "dalvo/export.h"
 #include "dalvo/inspect/runs/resolution.h"
 
-// The settings of a resolution as a configuration text. Each function throws std::bad_alloc when memory runs out.
+// The settings of a resolution as a configuration text.
 
 namespace dalvo::inspect {
 

@@ -7,7 +7,7 @@
 #include "dalvo/export.h"
 #include "dalvo/options/optionparser.h"
 
-/// How values, types and lists are put into words. Each function throws std::bad_alloc when memory runs out.
+/// How values, types and lists are put into words.
 namespace dalvo::inspect {
 
 /// An option's value; std::monostate for none.
